@@ -1,0 +1,25 @@
+// Node maps over the devices Aravis can open: real GigE Vision and USB3 Vision cameras and its fake camera.
+#ifndef GENAPI_ENGINE_ARAVISDEVICES_H
+#define GENAPI_ENGINE_ARAVISDEVICES_H
+
+#include <GenApi/INodeMap.h>
+#include <string>
+#include <vector>
+
+namespace GenApiEngine {
+
+// The IDs of the devices Aravis finds now (its fake camera only when enabled).
+GENAPI_DECL std::vector<std::string> listAravisDevices();
+
+// Opens a device by its Aravis ID and returns its node map, or throws GenICam::RuntimeException.
+// The map owns the device: destroy it through GenApi::IDestroy (or hand it to a CNodeMapRef).
+GENAPI_DECL GenApi::INodeMap* openAravisDevice(const std::string& deviceId,
+                                               const GenICam::gcstring& deviceName = "Device");
+
+// A node map over a fresh instance of Aravis' fake camera, which needs no network.
+GENAPI_DECL GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber = "GENAPI-ENGINE-FAKE",
+                                                    const GenICam::gcstring& deviceName = "Device");
+
+}  // namespace GenApiEngine
+
+#endif

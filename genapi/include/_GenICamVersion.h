@@ -1,0 +1,16 @@
+// Version numbers of the GenICam interface this engine implements.
+#ifndef GENICAM_INTERNAL_VERSION_H
+#define GENICAM_INTERNAL_VERSION_H
+
+#define GENICAM_VERSION_MAJOR 3
+#define GENICAM_VERSION_MINOR 4
+#define GENICAM_VERSION_SUBMINOR 0
+#define GENICAM_VERSION_BUILD 0
+#define GENICAM_SVN_REVISION 0
+#define GENICAM_MAIN_COMPILER gcc
+#define GENICAM_COMPILER gcc
+#ifndef GENICAM_COMPANY_SUFFIX_DEFINED
+#define GENICAM_COMPANY_SUFFIX_DEFINED
+#endif
+
+#endif

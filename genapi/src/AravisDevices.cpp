@@ -1,0 +1,50 @@
+// Opening Aravis devices and wrapping them in engine node maps.
+#include <GenApiEngine/AravisDevices.h>
+#include "NodeMapImpl.h"
+#include <arv.h>
+
+namespace GenApiEngine {
+namespace {
+
+GenApi::INodeMap* wrap(ArvDevice* device, GError* error, const GenICam::gcstring& deviceName) {
+    if (!device) {
+        const std::string message = error && error->message ? error->message : "unknown device";
+        if (error) g_error_free(error);
+        throw RUNTIME_EXCEPTION("Cannot open the device: %s", message.c_str());
+    }
+    try {
+        GenApi::INodeMap* map = CNodeMapImpl::createForDevice(device, deviceName);
+        g_object_unref(device);
+        return map;
+    } catch (...) {
+        g_object_unref(device);
+        throw;
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> listAravisDevices() {
+    arv_update_device_list();
+    std::vector<std::string> ids;
+    const unsigned int count = arv_get_n_devices();
+    for (unsigned int i = 0; i < count; ++i) {
+        const char* id = arv_get_device_id(i);
+        if (id) ids.push_back(id);
+    }
+    return ids;
+}
+
+GenApi::INodeMap* openAravisDevice(const std::string& deviceId, const GenICam::gcstring& deviceName) {
+    GError* error = nullptr;
+    ArvDevice* device = arv_open_device(deviceId.empty() ? nullptr : deviceId.c_str(), &error);
+    return wrap(device, error, deviceName);
+}
+
+GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber, const GenICam::gcstring& deviceName) {
+    GError* error = nullptr;
+    ArvDevice* device = arv_fake_device_new(serialNumber.c_str(), &error);
+    return wrap(device, error, deviceName);
+}
+
+}  // namespace GenApiEngine

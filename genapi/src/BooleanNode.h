@@ -1,0 +1,27 @@
+// Boolean nodes.
+#ifndef GENAPI_ENGINE_BOOLEANNODE_H
+#define GENAPI_ENGINE_BOOLEANNODE_H
+
+#include <GenApi/IBoolean.h>
+#include "NodeBase.h"
+
+namespace GenApiEngine {
+
+class CBooleanNode : public CNodeBase, public virtual GenApi::IBoolean {
+public:
+    CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return false; }
+
+    void SetValue(bool Value, bool Verify = true) override;
+    bool GetValue(bool Verify = false, bool IgnoreCache = false) const override;
+
+private:
+    ArvGcBoolean* boolean(const char* method) const;
+};
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,61 @@
+// ICommand: Execute through Aravis, IsDone by comparing the command register with the command value.
+#include "CommandNode.h"
+#include "NodeMapImpl.h"
+#include "TextForms.h"
+#include <GenApi/IInteger.h>
+#include <cstdlib>
+
+using namespace GENAPI_NAMESPACE;
+using GENICAM_NAMESPACE::gcstring;
+
+namespace GenApiEngine {
+
+CCommandNode::CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
+    : CNodeBase(map, description, arvNode, intfICommand) {}
+
+int64_t CCommandNode::commandValue() {
+    if (IInteger* source = dynamic_cast<IInteger*>(pointee("pCommandValue"))) return source->GetValue();
+    int64_t value = 1;
+    textToInteger(description().value("CommandValue"), value);
+    return value;
+}
+
+void CCommandNode::Execute(bool Verify) {
+    CMapEntry entry(map());
+    if (Verify) checkWritable("Execute");
+    if (!arvNode() || !ARV_IS_GC_COMMAND(arvNode())) raise(EError::LogicalError, "Execute", "node is no command");
+    arvCall("Execute", [&](GError** e) { arv_gc_command_execute(ARV_GC_COMMAND(arvNode()), e); });
+    m_Executing = true;
+    changed();
+}
+
+// A command whose register cannot be read counts as done; finishing fires the callbacks of dependants.
+bool CCommandNode::IsDone(bool) {
+    CMapEntry entry(map());
+    const EAccessMode mode = GetAccessMode();
+    if (mode == NI) raise(EError::Access, "IsDone", "Node is not implemented.");
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    if (!source || !IsReadable(source)) return true;
+    const bool done = source->GetValue() != commandValue();
+    if (done && m_Executing) {
+        m_Executing = false;
+        changed();
+    }
+    return done;
+}
+
+gcstring CCommandNode::ToString(bool, bool) {
+    CMapEntry entry(map());
+    checkReadable("ToString");
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    return source ? source->ToString() : gcstring("0");
+}
+
+// Any text but "0" or "false" executes the command.
+void CCommandNode::FromString(const gcstring& ValueStr, bool Verify) {
+    bool execute = true;
+    if (textToBoolean(ValueStr.c_str(), execute) && !execute) return;
+    Execute(Verify);
+}
+
+}  // namespace GenApiEngine

@@ -1,0 +1,30 @@
+// Command nodes: executing writes the command value; the command is done once the device clears it.
+#ifndef GENAPI_ENGINE_COMMANDNODE_H
+#define GENAPI_ENGINE_COMMANDNODE_H
+
+#include <GenApi/ICommand.h>
+#include "NodeBase.h"
+
+namespace GenApiEngine {
+
+class CCommandNode : public CNodeBase, public virtual GenApi::ICommand {
+public:
+    CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return false; }
+
+    void Execute(bool Verify = true) override;
+    void operator()() override { Execute(); }
+    bool IsDone(bool Verify = true) override;
+
+private:
+    int64_t commandValue();
+
+    bool m_Executing = false;
+};
+
+}  // namespace GenApiEngine
+
+#endif

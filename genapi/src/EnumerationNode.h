@@ -1,0 +1,54 @@
+// Enumeration nodes and their entries.
+#ifndef GENAPI_ENGINE_ENUMERATIONNODE_H
+#define GENAPI_ENGINE_ENUMERATIONNODE_H
+
+#include <GenApi/IEnumeration.h>
+#include "NodeBase.h"
+
+namespace GenApiEngine {
+
+class CEnumEntryNode;
+
+class CEnumerationNode : public CNodeBase, public virtual GenApi::IEnumeration {
+public:
+    CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return false; }
+
+    void GetSymbolics(GenApi::StringList_t& Symbolics) override;
+    void GetEntries(GenApi::NodeList_t& Entries) override;
+    GenApi::IEnumeration& operator=(const GenICam::gcstring& ValueStr) override;
+    void SetIntValue(int64_t Value, bool Verify = true) override;
+    GenICam::gcstring operator*() override { return ToString(); }
+    int64_t GetIntValue(bool Verify = false, bool IgnoreCache = false) override;
+    GenApi::IEnumEntry* GetEntryByName(const GenICam::gcstring& Symbolic) override;
+    GenApi::IEnumEntry* GetEntry(const int64_t IntValue) override;
+    GenApi::IEnumEntry* GetCurrentEntry(bool Verify = false, bool IgnoreCache = false) override;
+
+private:
+    std::vector<CEnumEntryNode*> entries() const;
+    ArvGcEnumeration* enumeration(const char* method) const;
+};
+
+class CEnumEntryNode : public CNodeBase, public virtual GenApi::IEnumEntry {
+public:
+    CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return true; }
+
+    int64_t GetValue() override;
+    GenICam::gcstring GetSymbolic() const override;
+    double GetNumericValue() override;
+    bool IsSelfClearing() override;
+
+protected:
+    GenApi::EAccessMode naturalAccessMode() const override { return GenApi::RO; }
+};
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,53 @@
+// Float nodes: Float, FloatReg, SwissKnife and Converter.
+#ifndef GENAPI_ENGINE_FLOATNODE_H
+#define GENAPI_ENGINE_FLOATNODE_H
+
+#include <GenApi/IFloat.h>
+#include "NodeBase.h"
+
+namespace GenApiEngine {
+
+class CFloatNode : public CNodeBase, public virtual GenApi::IFloat {
+public:
+    CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    // IValue
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return false; }
+
+    // IFloat
+    void SetValue(double Value, bool Verify = true) override;
+    GenApi::IFloat& operator=(double Value) override;
+    double GetValue(bool Verify = false, bool IgnoreCache = false) override;
+    double operator()() override { return GetValue(); }
+    double operator*() override { return GetValue(); }
+    double GetMin() override;
+    double GetMax() override;
+    bool HasInc() override;
+    GenApi::EIncMode GetIncMode() override;
+    double GetInc() override;
+    GenApi::double_autovector_t GetListOfValidValues(bool bounded = true) override;
+    GenApi::ERepresentation GetRepresentation() override;
+    GenICam::gcstring GetUnit() const override;
+    GenApi::EDisplayNotation GetDisplayNotation() const override;
+    int64_t GetDisplayPrecision() const override;
+    void ImposeMin(double Value) override;
+    void ImposeMax(double Value) override;
+
+protected:
+    GenApi::EAccessMode naturalAccessMode() const override;
+
+private:
+    ArvGcFloat* floating(const char* method) const;
+    void checkAvailable(const char* method) const;
+    // The float node behind pValue, which supplies what this node does not describe itself.
+    GenApi::IFloat* source() const;
+
+    double m_ImposedMin;
+    double m_ImposedMax;
+};
+
+}  // namespace GenApiEngine
+
+#endif

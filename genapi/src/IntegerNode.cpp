@@ -1,0 +1,173 @@
+// IInteger over Aravis' integer interface, with GenApi's checks, limits and text forms.
+#include "IntegerNode.h"
+#include "NodeMapImpl.h"
+#include "TextForms.h"
+#include <GenApi/EnumClasses.h>
+#include <algorithm>
+#include <cinttypes>
+#include <sstream>
+
+using namespace GENAPI_NAMESPACE;
+using GENICAM_NAMESPACE::gcstring;
+
+namespace GenApiEngine {
+
+CIntegerNode::CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
+    : CNodeBase(map, description, arvNode, intfIInteger) {}
+
+ArvGcInteger* CIntegerNode::integer(const char* method) const {
+    if (!arvNode() || !ARV_IS_GC_INTEGER(arvNode())) raise(EError::LogicalError, method, "node has no integer value");
+    return ARV_GC_INTEGER(arvNode());
+}
+
+EAccessMode CIntegerNode::naturalAccessMode() const {
+    const std::string& tag = description().tag;
+    if (isRegisterKind(tag)) return registerAccessMode();
+    if (tag == "IntSwissKnife") return RO;
+    return CNodeBase::naturalAccessMode();
+}
+
+void CIntegerNode::checkAvailable(const char* method) const {
+    if (!IsAvailable(GetAccessMode())) raise(EError::Access, method, "Node is not available.");
+}
+
+void CIntegerNode::checkRange(int64_t value, const char* method) {
+    const int64_t minimum = GetMin();
+    const int64_t maximum = GetMax();
+    const int64_t increment = GetInc();
+    if (value < minimum) {
+        raise(EError::OutOfRange, method,
+              formatText("Value = %" PRId64 " must be equal or greater than Min = %" PRId64 ".", value, minimum));
+    }
+    if (value > maximum) {
+        raise(EError::OutOfRange, method,
+              formatText("Value = %" PRId64 " must be equal or smaller than Max = %" PRId64 ".", value, maximum));
+    }
+    if (increment <= 0) raise(EError::LogicalError, method, "Increment must be larger than 0.");
+    const std::vector<int64_t> valid = validValues();
+    if (!valid.empty() && std::find(valid.begin(), valid.end(), value) == valid.end()) {
+        raise(EError::OutOfRange, method, formatText("Value = %" PRId64 " is not in the set of valid values.", value));
+    }
+    if (valid.empty() && (value - minimum) % increment != 0) {
+        raise(EError::OutOfRange, method,
+              formatText("The difference between Value = %" PRId64 " and Min = %" PRId64
+                         " must be dividable without rest by Inc = %" PRId64 ".",
+                         value, minimum, increment));
+    }
+}
+
+int64_t CIntegerNode::GetValue(bool Verify, bool) {
+    CMapEntry entry(map());
+    checkReadable("GetValue");
+    const int64_t value = arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
+    if (Verify && (value < GetMin() || value > GetMax())) {
+        raise(EError::OutOfRange, "GetValue", formatText("Value = %" PRId64 " is out of range.", value));
+    }
+    return value;
+}
+
+void CIntegerNode::SetValue(int64_t Value, bool Verify) {
+    CMapEntry entry(map());
+    if (Verify) checkWritable("SetValue");
+    checkRange(Value, "SetValue");
+    arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
+    changed();
+}
+
+IInteger& CIntegerNode::operator=(int64_t Value) {
+    SetValue(Value);
+    return *this;
+}
+
+int64_t CIntegerNode::GetMin() {
+    CMapEntry entry(map());
+    checkAvailable("GetMin");
+    const int64_t minimum = arvCall("GetMin", [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
+    return std::max(minimum, m_ImposedMin);
+}
+
+int64_t CIntegerNode::GetMax() {
+    CMapEntry entry(map());
+    checkAvailable("GetMax");
+    const int64_t maximum = arvCall("GetMax", [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
+    return std::min(maximum, m_ImposedMax);
+}
+
+int64_t CIntegerNode::GetInc() {
+    CMapEntry entry(map());
+    checkAvailable("GetInc");
+    const int64_t increment = arvCall("GetInc", [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
+    return increment > 0 ? increment : 1;
+}
+
+std::vector<int64_t> CIntegerNode::validValues() const {
+    std::vector<int64_t> values;
+    std::stringstream list(description().value("ValidValueSet"));
+    std::string item;
+    int64_t value;
+    while (std::getline(list, item, ';')) {
+        if (textToInteger(item, value)) values.push_back(value);
+    }
+    return values;
+}
+
+EIncMode CIntegerNode::GetIncMode() { return validValues().empty() ? fixedIncrement : listIncrement; }
+
+int64_autovector_t CIntegerNode::GetListOfValidValues(bool bounded) {
+    CMapEntry entry(map());
+    std::vector<int64_t> values = validValues();
+    if (bounded && !values.empty()) {
+        const int64_t minimum = GetMin();
+        const int64_t maximum = GetMax();
+        values.erase(std::remove_if(values.begin(), values.end(),
+                                    [&](int64_t v) { return v < minimum || v > maximum; }),
+                     values.end());
+    }
+    int64_autovector_t list(values.size());
+    for (size_t i = 0; i < values.size(); ++i) list[i] = values[i];
+    return list;
+}
+
+ERepresentation CIntegerNode::GetRepresentation() {
+    ERepresentation representation = PureNumber;
+    if (ERepresentationClass::FromString(description().value("Representation").c_str(), &representation)) {
+        return representation;
+    }
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    return source ? source->GetRepresentation() : PureNumber;
+}
+
+gcstring CIntegerNode::GetUnit() {
+    if (description().has("Unit")) return description().value("Unit").c_str();
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    return source ? source->GetUnit() : gcstring();
+}
+
+void CIntegerNode::ImposeMin(int64_t Value) {
+    CMapEntry entry(map());
+    m_ImposedMin = Value;
+    changed();
+}
+
+void CIntegerNode::ImposeMax(int64_t Value) {
+    CMapEntry entry(map());
+    m_ImposedMax = Value;
+    changed();
+}
+
+gcstring CIntegerNode::ToString(bool Verify, bool IgnoreCache) {
+    CMapEntry entry(map());
+    return integerToText(GetValue(Verify, IgnoreCache), GetRepresentation()).c_str();
+}
+
+void CIntegerNode::FromString(const gcstring& ValueStr, bool Verify) {
+    CMapEntry entry(map());
+    int64_t value = 0;
+    if (!textToInteger(ValueStr.c_str(), value)) {
+        raise(EError::InvalidArgument, "FromString",
+              formatText("Node '%s' : cannot convert string '%s' to int.", name().c_str(), ValueStr.c_str()));
+    }
+    SetValue(value, Verify);
+}
+
+}  // namespace GenApiEngine

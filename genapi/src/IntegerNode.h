@@ -1,0 +1,50 @@
+// Integer nodes: Integer, IntReg, MaskedIntReg, IntSwissKnife, IntConverter and struct entries.
+#ifndef GENAPI_ENGINE_INTEGERNODE_H
+#define GENAPI_ENGINE_INTEGERNODE_H
+
+#include <GenApi/IInteger.h>
+#include "NodeBase.h"
+
+namespace GenApiEngine {
+
+class CIntegerNode : public CNodeBase, public virtual GenApi::IInteger {
+public:
+    CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+
+    // IValue
+    GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
+    bool IsValueCacheValid() const override { return false; }
+
+    // IInteger
+    void SetValue(int64_t Value, bool Verify = true) override;
+    GenApi::IInteger& operator=(int64_t Value) override;
+    int64_t GetValue(bool Verify = false, bool IgnoreCache = false) override;
+    int64_t operator()() override { return GetValue(); }
+    int64_t operator*() override { return GetValue(); }
+    int64_t GetMin() override;
+    int64_t GetMax() override;
+    GenApi::EIncMode GetIncMode() override;
+    int64_t GetInc() override;
+    GenApi::int64_autovector_t GetListOfValidValues(bool bounded = true) override;
+    GenApi::ERepresentation GetRepresentation() override;
+    GenICam::gcstring GetUnit() override;
+    void ImposeMin(int64_t Value) override;
+    void ImposeMax(int64_t Value) override;
+
+protected:
+    GenApi::EAccessMode naturalAccessMode() const override;
+
+private:
+    ArvGcInteger* integer(const char* method) const;
+    void checkAvailable(const char* method) const;
+    void checkRange(int64_t value, const char* method);
+    std::vector<int64_t> validValues() const;
+
+    int64_t m_ImposedMin = INT64_MIN;
+    int64_t m_ImposedMax = INT64_MAX;
+};
+
+}  // namespace GenApiEngine
+
+#endif

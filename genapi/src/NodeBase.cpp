@@ -1,0 +1,365 @@
+// INode for every engine node: metadata from the description index, access through Aravis' evaluation.
+#include "NodeBase.h"
+#include "NodeMapImpl.h"
+#include "PortDevice.h"
+#include <GenApi/EnumClasses.h>
+#include <GenApi/IValue.h>
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+using namespace GENAPI_NAMESPACE;
+using GENICAM_NAMESPACE::gcstring;
+using GENICAM_NAMESPACE::gcstring_vector;
+
+namespace GenApiEngine {
+namespace {
+
+bool isValuePointer(const std::string& property) {
+    return property == "pValue" || property == "pVariable" || property == "pIndex" || property == "pValueIndexed" ||
+           property == "pValueDefault" || property == "pAddress" || property == "pLength";
+}
+
+// Runs a function with a depth counter raised, so that cyclic descriptions cannot recurse forever.
+class CDepthGuard {
+public:
+    explicit CDepthGuard(int& depth) : m_Depth(++depth) {}
+    ~CDepthGuard() { --m_Depth; }
+    bool tooDeep() const { return m_Depth > 64; }
+
+private:
+    int& m_Depth;
+};
+
+void appendUnique(NodeList_t& list, std::set<INode*>& seen, INode* node) {
+    if (node && seen.insert(node).second) list.push_back(node);
+}
+
+}  // namespace
+
+bool isRegisterKind(const std::string& tag) {
+    return tag == "IntReg" || tag == "MaskedIntReg" || tag == "FloatReg" || tag == "StringReg" ||
+           tag == "Register" || tag == "StructEntry";
+}
+
+CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
+                     EInterfaceType principalType)
+    : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {}
+
+CNodeBase::~CNodeBase() {
+    for (CNodeCallback* callback : m_Callbacks) callback->Destroy();
+}
+
+ArvGcFeatureNode* CNodeBase::feature() const {
+    return m_ArvNode && ARV_IS_GC_FEATURE_NODE(m_ArvNode) ? ARV_GC_FEATURE_NODE(m_ArvNode) : nullptr;
+}
+
+CNodeBase* CNodeBase::pointee(const char* property) const {
+    const std::string& target = m_Description.value(property);
+    return target.empty() ? nullptr : m_Map.node(target);
+}
+
+void CNodeBase::raise(EError kind, const char* method, const std::string& problem) const {
+    raiseNodeError(kind, name(), method, problem);
+}
+
+void CNodeBase::raise(GError* error, const char* method) const {
+    const std::exception_ptr portError = takePortError(m_Map.device());
+    if (portError) {
+        if (error) g_error_free(error);
+        rethrowPortError(portError, name(), method);
+    }
+    raiseFromGError(error, name(), method);
+}
+
+void CNodeBase::checkReadable(const char* method) const {
+    if (!IsReadable(GetAccessMode())) raise(EError::Access, method, "Node is not readable.");
+}
+
+void CNodeBase::checkWritable(const char* method) const {
+    if (!IsWritable(GetAccessMode())) raise(EError::Access, method, "Node is not writable.");
+}
+
+void CNodeBase::changed() { m_Map.noteChanged(this); }
+
+bool CNodeBase::evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const {
+    GError* error = nullptr;
+    const gboolean result = test(feature(), &error);
+    if (error) raise(error, method);
+    return result != FALSE;
+}
+
+EAccessMode CNodeBase::accessOfPointer(const char* property, EAccessMode fallback) const {
+    const CNodeBase* target = pointee(property);
+    return target ? target->GetAccessMode() : fallback;
+}
+
+EAccessMode CNodeBase::registerAccessMode() const {
+    EAccessMode mode = RO;
+    EAccessModeClass::FromString(m_Description.value("AccessMode").c_str(), &mode);
+    return Combine(mode, accessOfPointer("pPort", NI));
+}
+
+EAccessMode CNodeBase::naturalAccessMode() const { return accessOfPointer("pValue", RW); }
+
+// GenApi's order: not implemented, not available, the kind's own access, locked, then the imposed modes.
+EAccessMode CNodeBase::GetAccessMode() const {
+    CMapEntry entry(m_Map);
+    CDepthGuard guard(m_AccessDepth);
+    if (guard.tooDeep()) return _CycleDetectAccesMode;
+    if (feature()) {
+        if (m_Description.has("pIsImplemented") &&
+            !evaluatesTrue(arv_gc_feature_node_is_implemented, "GetAccessMode")) {
+            return NI;
+        }
+        if (m_Description.has("pIsAvailable") && !evaluatesTrue(arv_gc_feature_node_is_available, "GetAccessMode")) {
+            return NA;
+        }
+    } else if (m_PrincipalType != intfIEnumEntry) {
+        return NI;
+    }
+    EAccessMode mode = naturalAccessMode();
+    if (mode == NI || mode == NA || mode == _CycleDetectAccesMode) return mode;
+    if (IsWritable(mode) && m_Description.has("pIsLocked") &&
+        evaluatesTrue(arv_gc_feature_node_is_locked, "GetAccessMode")) {
+        mode = (mode == RW) ? RO : NA;
+    }
+    EAccessMode described;
+    if (EAccessModeClass::FromString(m_Description.value("ImposedAccessMode").c_str(), &described)) {
+        mode = Combine(mode, described);
+    }
+    return Combine(mode, m_ImposedAccess);
+}
+
+gcstring CNodeBase::GetName(bool FullQualified) const {
+    if (!FullQualified) return name().c_str();
+    return gcstring(GetNameSpace() == Standard ? "Std::" : "Cust::") + name().c_str();
+}
+
+ENameSpace CNodeBase::GetNameSpace() const {
+    return m_Description.nameSpace == "Standard" ? Standard : Custom;
+}
+
+EVisibility CNodeBase::GetVisibility() const {
+    EVisibility visibility = Beginner;
+    EVisibilityClass::FromString(m_Description.value("Visibility").c_str(), &visibility);
+    return Combine(visibility, m_ImposedVisibility);
+}
+
+void CNodeBase::InvalidateNode() {
+    CMapEntry entry(m_Map);
+    changed();
+}
+
+bool CNodeBase::IsCachable() const { return GetCachingMode() != NoCache; }
+
+EYesNo CNodeBase::IsAccessModeCacheable() const {
+    CMapEntry entry(m_Map);
+    for (const char* property : {"pIsImplemented", "pIsAvailable", "pIsLocked", "pValue"}) {
+        const CNodeBase* target = pointee(property);
+        if (target && (!target->IsCachable() || target->IsAccessModeCacheable() == No)) return No;
+    }
+    return Yes;
+}
+
+// The node's own Cachable when it names one, otherwise the most restrictive mode of its value sources.
+ECachingMode CNodeBase::GetCachingMode() const {
+    CMapEntry entry(m_Map);
+    ECachingMode mode = WriteThrough;
+    if (ECachingModeClass::FromString(m_Description.value("Cachable").c_str(), &mode)) return mode;
+    CDepthGuard guard(m_AccessDepth);
+    if (guard.tooDeep()) return NoCache;
+    mode = WriteThrough;
+    for (const SProperty& property : m_Description.properties) {
+        if (!isValuePointer(property.name)) continue;
+        const CNodeBase* target = m_Map.node(property.value);
+        if (target) mode = Combine(mode, target->GetCachingMode());
+    }
+    return mode;
+}
+
+int64_t CNodeBase::GetPollingTime() const {
+    const std::string& text = m_Description.value("PollingTime");
+    return text.empty() ? -1 : std::strtoll(text.c_str(), nullptr, 0);
+}
+
+gcstring CNodeBase::GetToolTip() const { return m_Description.value("ToolTip").c_str(); }
+
+gcstring CNodeBase::GetDescription() const { return m_Description.value("Description").c_str(); }
+
+gcstring CNodeBase::GetDisplayName() const {
+    const std::string& displayName = m_Description.value("DisplayName");
+    return displayName.empty() ? m_Description.xmlName.c_str() : displayName.c_str();
+}
+
+gcstring CNodeBase::GetDeviceName() const { return m_Map.GetDeviceName(); }
+
+void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
+    CMapEntry entry(m_Map);
+    Children.clear();
+    std::set<INode*> seen;
+    switch (LinkType) {
+        case ctParentNodes: GetParents(Children); return;
+        case ctReadingChildren:
+            for (CNodeBase* child : m_Map.references(this)) appendUnique(Children, seen, child);
+            return;
+        case ctWritingChildren:
+            appendUnique(Children, seen, pointee("pValue"));
+            if (isRegisterKind(m_Description.tag)) appendUnique(Children, seen, pointee("pPort"));
+            return;
+        case ctInvalidatingChildren:
+            for (const std::string& target : m_Description.values("pInvalidator")) {
+                appendUnique(Children, seen, m_Map.node(target));
+            }
+            return;
+        case ctValueChangingChildren:
+            for (const SProperty& property : m_Description.properties) {
+                if (isValuePointer(property.name)) appendUnique(Children, seen, m_Map.node(property.value));
+            }
+            return;
+        case ctDependingNodes:
+        case ctTerminalNodes: break;
+    }
+    // The transitive walks: depending nodes upwards, terminal nodes downwards.
+    const bool upwards = LinkType == ctDependingNodes;
+    std::vector<const CNodeBase*> work{this};
+    std::set<const CNodeBase*> visited{this};
+    while (!work.empty()) {
+        const CNodeBase* current = work.back();
+        work.pop_back();
+        const std::vector<CNodeBase*>& next = upwards ? m_Map.dependents(current) : m_Map.references(current);
+        if (!upwards && next.empty() && current != this) appendUnique(Children, seen, const_cast<CNodeBase*>(current));
+        for (CNodeBase* node : next) {
+            if (!visited.insert(node).second) continue;
+            if (upwards) appendUnique(Children, seen, node);
+            work.push_back(node);
+        }
+    }
+}
+
+void CNodeBase::GetParents(NodeList_t& Parents) const {
+    CMapEntry entry(m_Map);
+    Parents.clear();
+    std::set<INode*> seen;
+    for (CNodeBase* parent : m_Map.dependents(this)) appendUnique(Parents, seen, parent);
+}
+
+CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {
+    CMapEntry entry(m_Map);
+    m_Callbacks.push_back(pCallback);
+    return reinterpret_cast<CallbackHandleType>(pCallback);
+}
+
+bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
+    CMapEntry entry(m_Map);
+    const auto found = std::find(m_Callbacks.begin(), m_Callbacks.end(), reinterpret_cast<CNodeCallback*>(hCallback));
+    if (found == m_Callbacks.end()) return false;
+    CNodeCallback* callback = *found;
+    m_Callbacks.erase(found);
+    callback->Destroy();
+    return true;
+}
+
+// Calls each callback still registered at its turn, so a callback may deregister itself or others.
+void CNodeBase::fireCallbacks(ECallbackType type) {
+    const std::vector<CNodeCallback*> snapshot = m_Callbacks;
+    for (CNodeCallback* callback : snapshot) {
+        if (std::find(m_Callbacks.begin(), m_Callbacks.end(), callback) == m_Callbacks.end()) continue;
+        try {
+            (*callback)(type);
+        } catch (...) {
+            // A failing client callback must not stop the others or unwind through the engine.
+        }
+    }
+}
+
+INodeMap* CNodeBase::GetNodeMap() const { return &m_Map; }
+
+gcstring CNodeBase::GetEventID() const { return m_Description.value("EventID").c_str(); }
+
+bool CNodeBase::IsStreamable() const { return m_Description.value("Streamable") == "Yes"; }
+
+void CNodeBase::GetPropertyNames(gcstring_vector& PropertyNames) const {
+    PropertyNames.clear();
+    PropertyNames.push_back("Name");
+    PropertyNames.push_back("NameSpace");
+    for (const SProperty& property : m_Description.properties) {
+        if (!PropertyNames.contains(property.name.c_str())) PropertyNames.push_back(property.name.c_str());
+    }
+}
+
+// Several occurrences of a property (pFeature, pSelected, ...) come back tab-separated.
+bool CNodeBase::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gcstring& AttributeStr) {
+    ValueStr = "";
+    AttributeStr = "";
+    if (PropertyName == "Name") {
+        ValueStr = m_Description.xmlName.c_str();
+        return true;
+    }
+    if (PropertyName == "NameSpace") {
+        ValueStr = m_Description.nameSpace.c_str();
+        return true;
+    }
+    bool found = false;
+    for (const SProperty& property : m_Description.properties) {
+        if (PropertyName != property.name.c_str()) continue;
+        if (found) {
+            ValueStr += "\t";
+            AttributeStr += "\t";
+        }
+        ValueStr += property.value.c_str();
+        AttributeStr += property.attribute.c_str();
+        found = true;
+    }
+    return found;
+}
+
+void CNodeBase::ImposeAccessMode(EAccessMode ImposedAccessMode) {
+    CMapEntry entry(m_Map);
+    m_ImposedAccess = ImposedAccessMode;
+    changed();
+}
+
+void CNodeBase::ImposeVisibility(EVisibility ImposedVisibility) {
+    CMapEntry entry(m_Map);
+    m_ImposedVisibility = ImposedVisibility;
+    changed();
+}
+
+INode* CNodeBase::GetAlias() const { return pointee("pAlias"); }
+
+INode* CNodeBase::GetCastAlias() const { return pointee("pCastAlias"); }
+
+gcstring CNodeBase::GetDocuURL() const { return m_Description.value("DocuURL").c_str(); }
+
+bool CNodeBase::IsDeprecated() const { return m_Description.value("IsDeprecated") == "Yes"; }
+
+EInterfaceType CNodeBase::GetPrincipalInterfaceType() const { return m_PrincipalType; }
+
+bool CNodeBase::IsFeature() const { return m_IsFeature; }
+
+bool CNodeBase::IsSelector() const { return m_Description.has("pSelected"); }
+
+void CNodeBase::GetSelectedFeatures(FeatureList_t& Features) const {
+    Features.clear();
+    for (const std::string& target : m_Description.values("pSelected")) {
+        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(target))) Features.push_back(value);
+    }
+}
+
+void CNodeBase::GetSelectingFeatures(FeatureList_t& Features) const {
+    Features.clear();
+    for (const SNodeDescription& other : m_Map.index().nodes()) {
+        const std::vector<std::string> selected = other.values("pSelected");
+        if (std::find(selected.begin(), selected.end(), name()) == selected.end()) continue;
+        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(other.name))) Features.push_back(value);
+    }
+}
+
+UserData_t CNodeBase::SetUserData(UserData_t userData) {
+    UserData_t previous = m_UserData;
+    m_UserData = userData;
+    return previous;
+}
+
+}  // namespace GenApiEngine

@@ -1,0 +1,132 @@
+// The part every engine node shares: INode metadata, access, callbacks, selector relations and user data.
+#ifndef GENAPI_ENGINE_NODEBASE_H
+#define GENAPI_ENGINE_NODEBASE_H
+
+#include <GenApi/INode.h>
+#include <GenApi/ISelector.h>
+#include <GenApi/IUserData.h>
+#include <GenApi/NodeCallback.h>
+#include "NodeErrors.h"
+#include "XmlIndex.h"
+#include <arv.h>
+#include <type_traits>
+#include <vector>
+
+namespace GenApiEngine {
+
+class CNodeMapImpl;
+
+// Register nodes read and write device memory themselves; their access comes from AccessMode and the port.
+bool isRegisterKind(const std::string& tag);
+
+class CNodeBase : public virtual GenApi::INode, public virtual GenApi::ISelector, public GenApi::IUserData {
+public:
+    CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
+              GenApi::EInterfaceType principalType);
+    ~CNodeBase() override;
+
+    // IBase
+    GenApi::EAccessMode GetAccessMode() const override;
+
+    // INode
+    GenICam::gcstring GetName(bool FullQualified = false) const override;
+    GenApi::ENameSpace GetNameSpace() const override;
+    GenApi::EVisibility GetVisibility() const override;
+    void InvalidateNode() override;
+    bool IsCachable() const override;
+    GenApi::EYesNo IsAccessModeCacheable() const override;
+    GenApi::ECachingMode GetCachingMode() const override;
+    int64_t GetPollingTime() const override;
+    GenICam::gcstring GetToolTip() const override;
+    GenICam::gcstring GetDescription() const override;
+    GenICam::gcstring GetDisplayName() const override;
+    GenICam::gcstring GetDeviceName() const override;
+    void GetChildren(GenApi::NodeList_t& Children, GenApi::ELinkType LinkType = GenApi::ctReadingChildren) const override;
+    void GetParents(GenApi::NodeList_t& Parents) const override;
+    GenApi::CallbackHandleType RegisterCallback(GenApi::CNodeCallback* pCallback) override;
+    bool DeregisterCallback(GenApi::CallbackHandleType hCallback) override;
+    GenApi::INodeMap* GetNodeMap() const override;
+    GenICam::gcstring GetEventID() const override;
+    bool IsStreamable() const override;
+    void GetPropertyNames(GenICam::gcstring_vector& PropertyNames) const override;
+    bool GetProperty(const GenICam::gcstring& PropertyName, GenICam::gcstring& ValueStr,
+                     GenICam::gcstring& AttributeStr) override;
+    void ImposeAccessMode(GenApi::EAccessMode ImposedAccessMode) override;
+    void ImposeVisibility(GenApi::EVisibility ImposedVisibility) override;
+    GenApi::INode* GetAlias() const override;
+    GenApi::INode* GetCastAlias() const override;
+    GenICam::gcstring GetDocuURL() const override;
+    bool IsDeprecated() const override;
+    GenApi::EInterfaceType GetPrincipalInterfaceType() const override;
+    bool IsFeature() const override;
+
+    // ISelector
+    bool IsSelector() const override;
+    void GetSelectedFeatures(GenApi::FeatureList_t& Features) const override;
+    void GetSelectingFeatures(GenApi::FeatureList_t& Features) const override;
+
+    // IUserData
+    GenApi::UserData_t GetUserData() const override { return m_UserData; }
+    GenApi::UserData_t SetUserData(GenApi::UserData_t userData) override;
+
+    // Engine side.
+    const SNodeDescription& description() const { return m_Description; }
+    const std::string& name() const { return m_Description.name; }
+    CNodeMapImpl& map() const { return m_Map; }
+    ArvGcNode* arvNode() const { return m_ArvNode; }
+    // Calls the callbacks registered for the given type.
+    void fireCallbacks(GenApi::ECallbackType type);
+    // Marks the feature reachable from the category "Root".
+    void setIsFeature() { m_IsFeature = true; }
+
+protected:
+    // Access before the imposed modes: what the node's kind and its pValue chain allow.
+    virtual GenApi::EAccessMode naturalAccessMode() const;
+    // Access of the node a pointer property names, or the fallback when it names none.
+    GenApi::EAccessMode accessOfPointer(const char* property, GenApi::EAccessMode fallback) const;
+    CNodeBase* pointee(const char* property) const;
+    // Access of a register node: its AccessMode (RO by default) combined with its port's access.
+    GenApi::EAccessMode registerAccessMode() const;
+
+    // Calls Aravis with an error slot and raises what it reports.
+    template <typename Call>
+    auto arvCall(const char* method, Call call) const -> decltype(call(static_cast<GError**>(nullptr))) {
+        GError* error = nullptr;
+        if constexpr (std::is_void_v<decltype(call(&error))>) {
+            call(&error);
+            if (error) raise(error, method);
+        } else {
+            auto result = call(&error);
+            if (error) raise(error, method);
+            return result;
+        }
+    }
+
+    void checkReadable(const char* method) const;
+    void checkWritable(const char* method) const;
+    [[noreturn]] void raise(EError kind, const char* method, const std::string& problem) const;
+    // Raises the exception behind an Aravis error, preferring the original exception of a user port.
+    [[noreturn]] void raise(GError* error, const char* method) const;
+    // The Aravis feature node, or null for nodes Aravis does not know.
+    ArvGcFeatureNode* feature() const;
+    // Tells the map this node changed, so that callbacks of it and its dependents fire.
+    void changed();
+
+private:
+    bool evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const;
+
+    CNodeMapImpl& m_Map;
+    const SNodeDescription& m_Description;
+    ArvGcNode* m_ArvNode;
+    GenApi::EInterfaceType m_PrincipalType;
+    GenApi::EAccessMode m_ImposedAccess = GenApi::RW;
+    GenApi::EVisibility m_ImposedVisibility = GenApi::Beginner;
+    std::vector<GenApi::CNodeCallback*> m_Callbacks;
+    GenApi::UserData_t m_UserData = nullptr;
+    bool m_IsFeature = false;
+    mutable int m_AccessDepth = 0;
+};
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,117 @@
+// Maps engine checks, Aravis errors and port failures onto GenICam's exception classes.
+#include "NodeErrors.h"
+#include <arv.h>
+#include <cstdarg>
+#include <cstdio>
+
+namespace GenApiEngine {
+namespace {
+
+std::string describe(const std::string& node, const std::string& problem) {
+    if (problem.compare(0, 6, "Node '") == 0) return problem;
+    return "Node '" + node + "' : " + problem;
+}
+
+template <typename E>
+[[noreturn]] void raiseAs(const char* typeName, const std::string& node, const char* method,
+                          const std::string& problem) {
+    const std::string entryPoint = node + "." + method + "()";
+    throw E(describe(node, problem).c_str(), __FILE__, __LINE__, entryPoint.c_str(), node.c_str(), typeName);
+}
+
+EError kindOfGcError(int code) {
+    switch (code) {
+        case ARV_GC_ERROR_OUT_OF_RANGE: return EError::OutOfRange;
+        case ARV_GC_ERROR_ENUM_ENTRY_NOT_FOUND:
+        case ARV_GC_ERROR_INVALID_LENGTH:
+        case ARV_GC_ERROR_SET_FROM_STRING_UNDEFINED: return EError::InvalidArgument;
+        case ARV_GC_ERROR_READ_ONLY:
+        case ARV_GC_ERROR_NO_DEVICE_SET:
+        case ARV_GC_ERROR_EMPTY_ENUMERATION: return EError::Access;
+        case ARV_GC_ERROR_PROPERTY_NOT_DEFINED:
+        case ARV_GC_ERROR_PVALUE_NOT_DEFINED:
+        case ARV_GC_ERROR_INVALID_PVALUE:
+        case ARV_GC_ERROR_NODE_NOT_FOUND: return EError::Property;
+        default: return EError::Runtime;
+    }
+}
+
+EError kindOfDeviceError(int code) {
+    switch (code) {
+        case ARV_DEVICE_ERROR_TIMEOUT: return EError::Timeout;
+        case ARV_DEVICE_ERROR_NOT_CONNECTED:
+        case ARV_DEVICE_ERROR_NOT_CONTROLLER:
+        case ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT:
+        case ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED: return EError::Access;
+        case ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER:
+        case ARV_DEVICE_ERROR_INVALID_PARAMETER: return EError::InvalidArgument;
+        default: return EError::Runtime;
+    }
+}
+
+}  // namespace
+
+std::string formatText(const char* format, ...) {
+    char buffer[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    vsnprintf(buffer, sizeof(buffer), format, arguments);
+    va_end(arguments);
+    return buffer;
+}
+
+void raiseNodeError(EError kind, const std::string& node, const char* method, const std::string& problem) {
+    using namespace GENICAM_NAMESPACE;
+    switch (kind) {
+        case EError::Access: raiseAs<AccessException>("AccessException", node, method, problem);
+        case EError::OutOfRange: raiseAs<OutOfRangeException>("OutOfRangeException", node, method, problem);
+        case EError::InvalidArgument:
+            raiseAs<InvalidArgumentException>("InvalidArgumentException", node, method, problem);
+        case EError::LogicalError: raiseAs<LogicalErrorException>("LogicalErrorException", node, method, problem);
+        case EError::Timeout: raiseAs<TimeoutException>("TimeoutException", node, method, problem);
+        case EError::Property: raiseAs<PropertyException>("PropertyException", node, method, problem);
+        case EError::BadAlloc: raiseAs<BadAllocException>("BadAllocException", node, method, problem);
+        case EError::Runtime: break;
+    }
+    raiseAs<RuntimeException>("RuntimeException", node, method, problem);
+}
+
+void raiseFromGError(GError* error, const std::string& node, const char* method) {
+    EError kind = EError::Runtime;
+    std::string problem = "unknown failure";
+    if (error) {
+        problem = error->message ? error->message : problem;
+        if (error->domain == ARV_GC_ERROR) kind = kindOfGcError(error->code);
+        if (error->domain == ARV_DEVICE_ERROR) kind = kindOfDeviceError(error->code);
+        g_error_free(error);
+    }
+    raiseNodeError(kind, node, method, problem);
+}
+
+void rethrowPortError(const std::exception_ptr& error, const std::string& node, const char* method) {
+    using namespace GENICAM_NAMESPACE;
+    try {
+        std::rethrow_exception(error);
+    } catch (const AccessException& e) {
+        raiseNodeError(EError::Access, node, method, e.GetDescription());
+    } catch (const OutOfRangeException& e) {
+        raiseNodeError(EError::OutOfRange, node, method, e.GetDescription());
+    } catch (const InvalidArgumentException& e) {
+        raiseNodeError(EError::InvalidArgument, node, method, e.GetDescription());
+    } catch (const LogicalErrorException& e) {
+        raiseNodeError(EError::LogicalError, node, method, e.GetDescription());
+    } catch (const TimeoutException& e) {
+        raiseNodeError(EError::Timeout, node, method, e.GetDescription());
+    } catch (const PropertyException& e) {
+        raiseNodeError(EError::Property, node, method, e.GetDescription());
+    } catch (const BadAllocException& e) {
+        raiseNodeError(EError::BadAlloc, node, method, e.GetDescription());
+    } catch (const GenericException& e) {
+        raiseNodeError(EError::Runtime, node, method, e.GetDescription());
+    } catch (const std::exception& e) {
+        raiseNodeError(EError::Runtime, node, method, e.what());
+    }
+    raiseNodeError(EError::Runtime, node, method, "the port failed");
+}
+
+}  // namespace GenApiEngine

@@ -1,0 +1,133 @@
+// The engine's node map: the nodes of one description over an Aravis GenICam document and device.
+#ifndef GENAPI_ENGINE_NODEMAPIMPL_H
+#define GENAPI_ENGINE_NODEMAPIMPL_H
+
+#include <GenApi/IDestroy.h>
+#include <GenApi/IDeviceInfo.h>
+#include <GenApi/INodeMap.h>
+#include <GenApi/IUserData.h>
+#include <GenApi/NodeCallback.h>
+#include "XmlIndex.h"
+#include <arv.h>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace GenApiEngine {
+
+class CNodeBase;
+
+class CNodeMapImpl : public GenApi::INodeMap,
+                     public GenApi::IDestroy,
+                     public GenApi::IDeviceInfo,
+                     public GenApi::IUserData {
+public:
+    // A map over a description whose registers are reached through user ports connected later.
+    static CNodeMapImpl* createFromXml(const std::string& xml, const GenICam::gcstring& deviceName,
+                                       GenApi::CLock* userLock);
+    // A map over a device Aravis opened; the map keeps a reference to the device.
+    static CNodeMapImpl* createForDevice(ArvDevice* device, const GenICam::gcstring& deviceName);
+
+    // INodeMap
+    void GetNodes(GenApi::NodeList_t& Nodes) const override;
+    GenApi::INode* GetNode(const GenICam::gcstring& Name) const override;
+    void InvalidateNodes() const override;
+    bool Connect(GenApi::IPort* pPort, const GenICam::gcstring& PortName) const override;
+    bool Connect(GenApi::IPort* pPort) const override;
+    bool Connect(GenApi::IPortStacked* pPort, const GenICam::gcstring& PortName) override;
+    bool Connect(GenApi::IPortStacked* pPort) override;
+    GenICam::gcstring GetDeviceName() override;
+    void Poll(int64_t ElapsedTime) override;
+    GenApi::CLock& GetLock() const override;
+    uint64_t GetNumNodes() const override;
+    bool ParseSwissKnifes(GenICam::gcstring_vector* pErrorList = NULL) const override;
+    GenApi::CNodeWriteConcatenator* NewNodeWriteConcatenator() const override;
+    bool ConcatenatedWrite(GenApi::CNodeWriteConcatenator* pConcatenatedWrite, bool featureStreaming = true,
+                           GenICam::gcstring_vector* pErrorList = NULL) override;
+    void SetSuppressCallbackMode(GenApi::ECallbackSuppressMode Mode) override;
+
+    // IDestroy
+    void Destroy() override;
+
+    // IDeviceInfo
+    GenICam::gcstring GetModelName() override;
+    GenICam::gcstring GetVendorName() override;
+    GenICam::gcstring GetToolTip() override;
+    GenICam::gcstring GetStandardNameSpace() override;
+    void GetGenApiVersion(Version_t& Version, uint16_t& Build) override;
+    void GetSchemaVersion(Version_t& Version) override;
+    void GetDeviceVersion(Version_t& Version) override;
+    GenICam::gcstring GetProductGuid() override;
+    GenICam::gcstring GetVersionGuid() override;
+
+    // IUserData
+    GenApi::UserData_t GetUserData() const override { return m_UserData; }
+    GenApi::UserData_t SetUserData(GenApi::UserData_t userData) override;
+
+    // Engine side, used by the nodes.
+    CNodeBase* node(const std::string& name) const;
+    ArvDevice* device() const { return m_Device; }
+    ArvGc* genicam() const { return m_Genicam; }
+    const CXmlIndex& index() const { return *m_Index; }
+    // The user port connected for a port node, or null when the port is served by the Aravis device.
+    GenApi::IPort* userPort(const std::string& portName) const;
+    bool servedByDevice() const { return !m_OwnsDevice; }
+    const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
+    const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
+
+    // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
+    void enter() const;
+    void leave() const;
+    // Marks a node as changed: its callbacks and those of every node depending on it fire once.
+    void noteChanged(CNodeBase* node) const;
+
+private:
+    CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
+                 const GenICam::gcstring& deviceName, GenApi::CLock* userLock);
+    ~CNodeMapImpl();
+    void createNodes();
+    void linkNodes();
+    void link(CNodeBase* from, CNodeBase* to);
+    void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
+    void fireInsideLock() const;
+
+    ArvDevice* m_Device;
+    ArvGc* m_Genicam;
+    bool m_OwnsDevice;
+    std::unique_ptr<CXmlIndex> m_Index;
+    GenICam::gcstring m_DeviceName;
+    mutable GenApi::CLock m_OwnLock;
+    GenApi::CLock* m_Lock;
+    GenApi::UserData_t m_UserData = nullptr;
+
+    std::vector<std::unique_ptr<CNodeBase>> m_Nodes;
+    std::map<std::string, CNodeBase*> m_ByName;
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
+    mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
+    std::map<CNodeBase*, int64_t> m_PollElapsed;
+
+    mutable int m_Depth = 0;
+    mutable std::vector<CNodeBase*> m_Pending;
+    mutable std::set<CNodeBase*> m_PendingSet;
+    mutable std::vector<CNodeBase*> m_FiredInside;
+    GenApi::ECallbackSuppressMode m_SuppressMode = GenApi::csmOff;
+};
+
+// Holds the map lock for one engine call and lets callbacks fire when the outermost call ends.
+class CMapEntry {
+public:
+    explicit CMapEntry(const CNodeMapImpl& map) : m_Map(map) { m_Map.enter(); }
+    ~CMapEntry() { m_Map.leave(); }
+    CMapEntry(const CMapEntry&) = delete;
+    CMapEntry& operator=(const CMapEntry&) = delete;
+
+private:
+    const CNodeMapImpl& m_Map;
+};
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,23 @@
+// An Aravis device whose memory is a GenApi port, so that Aravis evaluates registers through user ports.
+#ifndef GENAPI_ENGINE_PORTDEVICE_H
+#define GENAPI_ENGINE_PORTDEVICE_H
+
+#include <GenApi/IPort.h>
+#include <arv.h>
+#include <exception>
+
+namespace GenApiEngine {
+
+// Creates a device that forwards memory reads and writes to a port; no port is connected at first.
+ArvDevice* createPortDevice();
+// Connects (or, with null, disconnects) the port behind a device made by createPortDevice.
+void setDevicePort(ArvDevice* device, GenApi::IPort* port);
+GenApi::IPort* devicePort(ArvDevice* device);
+// True for devices made by createPortDevice.
+bool isPortDevice(ArvDevice* device);
+// Takes the exception the port raised during the last failed transfer, if any.
+std::exception_ptr takePortError(ArvDevice* device);
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,57 @@
+// An index of a camera description: every node with its element type and properties as written.
+#ifndef GENAPI_ENGINE_XMLINDEX_H
+#define GENAPI_ENGINE_XMLINDEX_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace GenApiEngine {
+
+// One property element of a node: its name, its text and its attributes.
+struct SProperty {
+    std::string name;
+    std::string value;
+    std::string attribute;
+};
+
+// One node of the description; enumeration entries get GenApi's "EnumEntry_<Enumeration>_<Entry>" names.
+struct SNodeDescription {
+    std::string name;
+    std::string xmlName;
+    std::string tag;
+    std::string nameSpace;
+    std::vector<SProperty> properties;
+    std::vector<std::string> entries;
+    std::string parent;
+
+    // The first value of a property, or an empty string.
+    const std::string& value(const std::string& property) const;
+    bool has(const std::string& property) const;
+    // Every value of a property that may occur several times, in document order.
+    std::vector<std::string> values(const std::string& property) const;
+};
+
+class CXmlIndex {
+public:
+    // Parses the description text; throws GenICam::RuntimeException when it is not well-formed XML.
+    explicit CXmlIndex(const std::string& xml);
+
+    const std::vector<SNodeDescription>& nodes() const { return m_Nodes; }
+    const SNodeDescription* find(const std::string& name) const;
+    // An attribute of the root element (ModelName, VendorName, SchemaMajorVersion, ...).
+    std::string rootAttribute(const std::string& name) const;
+
+private:
+    void indexChildren(void* element);
+    void indexStructReg(void* element);
+    void indexNode(void* element, const std::string& parent, const std::vector<SProperty>& inherited);
+
+    std::vector<SNodeDescription> m_Nodes;
+    std::map<std::string, size_t> m_ByName;
+    std::map<std::string, std::string> m_RootAttributes;
+};
+
+}  // namespace GenApiEngine
+
+#endif
