@@ -68,14 +68,18 @@ IFloat& CFloatNode::operator=(double Value) {
 double CFloatNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const double minimum = arvCall("GetMin", [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
+    const double minimum = limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(), [&](GError** e) {
+        return arv_gc_float_get_min(floating("GetMin"), e);
+    });
     return std::max(minimum, m_ImposedMin);
 }
 
 double CFloatNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const double maximum = arvCall("GetMax", [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });
+    const double maximum = limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(), [&](GError** e) {
+        return arv_gc_float_get_max(floating("GetMax"), e);
+    });
     return std::min(maximum, m_ImposedMax);
 }
 

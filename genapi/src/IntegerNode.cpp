@@ -82,21 +82,27 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const int64_t minimum = arvCall("GetMin", [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
+    const int64_t minimum = limitOr<int64_t>("GetMin", "Min", INT64_MIN, [&](GError** e) {
+        return arv_gc_integer_get_min(integer("GetMin"), e);
+    });
     return std::max(minimum, m_ImposedMin);
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const int64_t maximum = arvCall("GetMax", [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
+    const int64_t maximum = limitOr<int64_t>("GetMax", "Max", INT64_MAX, [&](GError** e) {
+        return arv_gc_integer_get_max(integer("GetMax"), e);
+    });
     return std::min(maximum, m_ImposedMax);
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = arvCall("GetInc", [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
+    const int64_t increment = limitOr<int64_t>("GetInc", "Inc", 1, [&](GError** e) {
+        return arv_gc_integer_get_inc(integer("GetInc"), e);
+    });
     return increment > 0 ? increment : 1;
 }
 

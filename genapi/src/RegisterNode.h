@@ -19,6 +19,7 @@ public:
         CMapEntry entry(this->map());
         if (Verify) this->checkWritable("Set");
         checkLength(pBuffer, Length, "Set");
+        if (Length == 0) return;
         this->arvCall("Set", [&](GError** e) {
             arv_gc_register_set(reg("Set"), const_cast<uint8_t*>(pBuffer), static_cast<guint64>(Length), e);
         });
@@ -29,6 +30,7 @@ public:
         CMapEntry entry(this->map());
         this->checkReadable("Get");
         checkLength(pBuffer, Length, "Get");
+        if (Length == 0) return;
         this->arvCall("Get", [&](GError** e) {
             arv_gc_register_get(reg("Get"), pBuffer, static_cast<guint64>(Length), e);
         });

@@ -17,7 +17,7 @@ GENAPI_DECL GenApi::INodeMap* openAravisDevice(const std::string& deviceId,
                                                const GenICam::gcstring& deviceName = "Device");
 
 // A node map over a fresh instance of Aravis' fake camera, which needs no network.
-GENAPI_DECL GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber = "GENAPI-ENGINE-FAKE",
+GENAPI_DECL GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber = "GENAPI-FAKE",
                                                     const GenICam::gcstring& deviceName = "Device");
 
 }  // namespace GenApiEngine

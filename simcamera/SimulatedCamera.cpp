@@ -1,0 +1,220 @@
+// Register space and device behaviour of the simulated camera: commands, temperatures and file access.
+#include "SimulatedCamera.h"
+#include "SimulatedCameraRegisters.h"
+#include <Base/GCException.h>
+#include <cstring>
+
+namespace SimCamera {
+
+namespace R = Registers;
+
+namespace {
+
+constexpr int32_t sensorTemperature = 415;     // tenths of a degree Celsius
+constexpr int32_t mainboardTemperature = 380;
+
+bool overlaps(int64_t address, int64_t length, int64_t reg, int64_t regLength) {
+    return address < reg + regLength && reg < address + length;
+}
+
+}  // namespace
+
+CSimulatedCamera::CSimulatedCamera() : m_Memory(R::Size), m_Start(std::chrono::steady_clock::now()) { reset(); }
+
+void CSimulatedCamera::reset() {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    std::fill(m_Memory.begin(), m_Memory.end(), 0);
+    storeText(R::DeviceVendorName, "ParameterCollection", 32);
+    storeText(R::DeviceModelName, "SimCam-1", 32);
+    storeText(R::DeviceSerialNumber, "SIM0001", 16);
+    storeText(R::DeviceVersion, "1.2.3", 16);
+    store32(R::DeviceSFNCVersionMajor, 2);
+    store32(R::DeviceSFNCVersionMinor, 5);
+    store32(R::DeviceSFNCVersionSubMinor, 0);
+    store32(R::DeviceTemperatureRaw, static_cast<uint32_t>(sensorTemperature));
+    store32(R::DeviceTemperatureRaw + 4, static_cast<uint32_t>(mainboardTemperature));
+    store32(R::SensorWidth, 2048);
+    store32(R::SensorHeight, 1536);
+    store32(R::Width, 640);
+    store32(R::Height, 480);
+    store32(R::PixelFormat, 0x01080001);  // Mono8
+    storeDouble(R::ExposureTime, 10000.0);
+    storeDouble(R::AcquisitionFrameRate, 30.0);
+    store32(R::AcquisitionFrameCount, 1);
+    store32(R::TestReadOnlyInteger, 42);
+    store32(R::TestHexInteger, 0xCAFE);
+    store32(R::GevCurrentIPAddress, 0xC0A8012A);     // 192.168.1.42
+    store32(R::GevPersistentIPAddress, 0xC0A8012A);
+    store64(R::GevMACAddress, 0x003053123456ULL);
+    for (uint32_t file = 0; file < CSimulatedFiles::FileCount; ++file) store32(R::FileSize + 4 * file, m_Files.size(file));
+    m_LatchBusy = 0;
+    m_TriggerBusy = 0;
+    m_Acquiring = false;
+}
+
+
+GenApi::EAccessMode CSimulatedCamera::GetAccessMode() const { return m_Connected ? GenApi::RW : GenApi::NI; }
+
+void CSimulatedCamera::checkTransfer(int64_t address, int64_t length) const {
+    if (!m_Connected) throw ACCESS_EXCEPTION("SimulatedCamera: the port is not connected");
+    if (m_Failure == EFailure::Timeout) throw TIMEOUT_EXCEPTION("SimulatedCamera: the device did not answer in time");
+    if (m_Failure == EFailure::IoError) throw RUNTIME_EXCEPTION("SimulatedCamera: transfer failed");
+    if (address < 0 || length < 0 || address + length > R::Size) {
+        throw RUNTIME_EXCEPTION("SimulatedCamera: invalid address 0x%llx and/or length %lld",
+                                static_cast<unsigned long long>(address), static_cast<long long>(length));
+    }
+}
+
+void CSimulatedCamera::Read(void* pBuffer, int64_t Address, int64_t Length) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    checkTransfer(Address, Length);
+    refreshDynamicRegisters(Address, Length);
+    std::memcpy(pBuffer, &m_Memory[static_cast<size_t>(Address)], static_cast<size_t>(Length));
+    ++m_Reads;
+}
+
+void CSimulatedCamera::Write(const void* pBuffer, int64_t Address, int64_t Length) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    checkTransfer(Address, Length);
+    std::memcpy(&m_Memory[static_cast<size_t>(Address)], pBuffer, static_cast<size_t>(Length));
+    ++m_Writes;
+    applyWrite(Address, Length);
+}
+
+// Temperatures drift by a tenth of a degree a second; busy commands clear after enough reads.
+void CSimulatedCamera::refreshDynamicRegisters(int64_t address, int64_t length) {
+    if (m_TemperatureDrifts && overlaps(address, length, R::DeviceTemperatureRaw, 8)) {
+        const auto seconds =
+            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - m_Start).count();
+        const int32_t drift = static_cast<int32_t>(seconds % 20);
+        store32(R::DeviceTemperatureRaw, static_cast<uint32_t>(sensorTemperature + drift));
+        store32(R::DeviceTemperatureRaw + 4, static_cast<uint32_t>(mainboardTemperature + drift / 2));
+    }
+    if (overlaps(address, length, R::TimestampLatch, 4) && m_LatchBusy > 0 && --m_LatchBusy == 0) {
+        store32(R::TimestampLatch, 0);
+    }
+    if (overlaps(address, length, R::TriggerSoftware, 4) && m_TriggerBusy > 0 && --m_TriggerBusy == 0) {
+        store32(R::TriggerSoftware, 0);
+    }
+}
+
+void CSimulatedCamera::applyWrite(int64_t address, int64_t length) {
+    if (overlaps(address, length, R::FileOperationExecute, 4) && load32(R::FileOperationExecute) != 0) {
+        executeFileOperation();
+    }
+    if (overlaps(address, length, R::TimestampLatch, 4) && load32(R::TimestampLatch) != 0) {
+        startCommand(R::TimestampLatch);
+    }
+    if (overlaps(address, length, R::TriggerSoftware, 4) && load32(R::TriggerSoftware) != 0) {
+        startCommand(R::TriggerSoftware);
+    }
+    if (overlaps(address, length, R::AcquisitionStart, 4) && load32(R::AcquisitionStart) != 0) {
+        m_Acquiring = true;
+        store32(R::AcquisitionStart, 0);
+    }
+    if (overlaps(address, length, R::AcquisitionStop, 4) && load32(R::AcquisitionStop) != 0) {
+        m_Acquiring = false;
+        store32(R::AcquisitionStop, 0);
+    }
+}
+
+// A self-clearing command: the register stays set while the device is busy.
+void CSimulatedCamera::startCommand(int64_t address) {
+    if (address == R::TimestampLatch) {
+        const auto now = std::chrono::steady_clock::now() - m_Start;
+        store64(R::TimestampLatchValue,
+                static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
+        m_LatchBusy = m_BusyReads;
+    } else {
+        m_TriggerBusy = m_BusyReads;
+    }
+    if (m_BusyReads <= 0) store32(address, 0);
+}
+
+void CSimulatedCamera::executeFileOperation() {
+    std::vector<uint8_t> buffer(m_Memory.begin() + R::FileAccessBuffer,
+                                m_Memory.begin() + R::FileAccessBuffer + R::FileAccessBufferLength);
+    const uint32_t file = load32(R::FileSelector);
+    const CSimulatedFiles::SResult result =
+        m_Files.execute(file, load32(R::FileOperationSelector), load32(R::FileOpenMode), load32(R::FileAccessOffset),
+                        load32(R::FileAccessLength), buffer);
+    std::copy(buffer.begin(), buffer.end(), m_Memory.begin() + R::FileAccessBuffer);
+    store32(R::FileOperationStatus, result.success ? 0 : 1);
+    store32(R::FileOperationResult, result.count);
+    for (uint32_t f = 0; f < CSimulatedFiles::FileCount; ++f) store32(R::FileSize + 4 * f, m_Files.size(f));
+    store32(R::FileOperationExecute, 0);
+}
+
+uint32_t CSimulatedCamera::peekRegister(int64_t address) const {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    return load32(address);
+}
+
+void CSimulatedCamera::pokeRegister(int64_t address, uint32_t value) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    store32(address, value);
+}
+
+double CSimulatedCamera::peekDouble(int64_t address) const {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    double value;
+    std::memcpy(&value, &m_Memory[static_cast<size_t>(address)], sizeof(value));
+    return value;
+}
+
+void CSimulatedCamera::freezeTemperature(double celsius) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_TemperatureDrifts = false;
+    store32(R::DeviceTemperatureRaw, static_cast<uint32_t>(static_cast<int32_t>(celsius * 10)));
+}
+
+void CSimulatedCamera::setBusyReads(int reads) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_BusyReads = reads;
+}
+
+void CSimulatedCamera::setFailure(EFailure failure) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Failure = failure;
+}
+
+void CSimulatedCamera::setConnected(bool connected) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Connected = connected;
+}
+
+std::string CSimulatedCamera::fileContent(CSimulatedFiles::EFile file) const {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    return m_Files.content(file);
+}
+
+void CSimulatedCamera::setFileContent(CSimulatedFiles::EFile file, const std::string& content) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Files.setContent(file, content);
+    store32(R::FileSize + 4 * file, m_Files.size(file));
+}
+
+void CSimulatedCamera::store32(int64_t address, uint32_t value) {
+    std::memcpy(&m_Memory[static_cast<size_t>(address)], &value, sizeof(value));
+}
+
+void CSimulatedCamera::store64(int64_t address, uint64_t value) {
+    std::memcpy(&m_Memory[static_cast<size_t>(address)], &value, sizeof(value));
+}
+
+void CSimulatedCamera::storeDouble(int64_t address, double value) {
+    std::memcpy(&m_Memory[static_cast<size_t>(address)], &value, sizeof(value));
+}
+
+void CSimulatedCamera::storeText(int64_t address, const std::string& text, size_t capacity) {
+    std::memset(&m_Memory[static_cast<size_t>(address)], 0, capacity);
+    std::memcpy(&m_Memory[static_cast<size_t>(address)], text.data(), std::min(text.size(), capacity));
+}
+
+uint32_t CSimulatedCamera::load32(int64_t address) const {
+    uint32_t value;
+    std::memcpy(&value, &m_Memory[static_cast<size_t>(address)], sizeof(value));
+    return value;
+}
+
+}  // namespace SimCamera
