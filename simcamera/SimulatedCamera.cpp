@@ -68,8 +68,9 @@ void CSimulatedCamera::checkTransfer(int64_t address, int64_t length) const {
 void CSimulatedCamera::Read(void* pBuffer, int64_t Address, int64_t Length) {
     std::lock_guard<std::mutex> lock(m_Mutex);
     checkTransfer(Address, Length);
-    refreshDynamicRegisters(Address, Length);
+    refreshTemperatures(Address, Length);
     std::memcpy(pBuffer, &m_Memory[static_cast<size_t>(Address)], static_cast<size_t>(Length));
+    countBusyReads(Address, Length);
     ++m_Reads;
 }
 
@@ -81,8 +82,8 @@ void CSimulatedCamera::Write(const void* pBuffer, int64_t Address, int64_t Lengt
     applyWrite(Address, Length);
 }
 
-// Temperatures drift by a tenth of a degree a second; busy commands clear after enough reads.
-void CSimulatedCamera::refreshDynamicRegisters(int64_t address, int64_t length) {
+// Temperatures drift by a tenth of a degree a second.
+void CSimulatedCamera::refreshTemperatures(int64_t address, int64_t length) {
     if (m_TemperatureDrifts && overlaps(address, length, R::DeviceTemperatureRaw, 8)) {
         const auto seconds =
             std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - m_Start).count();
@@ -90,6 +91,10 @@ void CSimulatedCamera::refreshDynamicRegisters(int64_t address, int64_t length) 
         store32(R::DeviceTemperatureRaw, static_cast<uint32_t>(sensorTemperature + drift));
         store32(R::DeviceTemperatureRaw + 4, static_cast<uint32_t>(mainboardTemperature + drift / 2));
     }
+}
+
+// A busy command reads as set until it has been read as often as the device stays busy.
+void CSimulatedCamera::countBusyReads(int64_t address, int64_t length) {
     if (overlaps(address, length, R::TimestampLatch, 4) && m_LatchBusy > 0 && --m_LatchBusy == 0) {
         store32(R::TimestampLatch, 0);
     }

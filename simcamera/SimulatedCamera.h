@@ -49,7 +49,8 @@ public:
 
 private:
     void checkTransfer(int64_t address, int64_t length) const;
-    void refreshDynamicRegisters(int64_t address, int64_t length);
+    void refreshTemperatures(int64_t address, int64_t length);
+    void countBusyReads(int64_t address, int64_t length);
     void applyWrite(int64_t address, int64_t length);
     void executeFileOperation();
     void startCommand(int64_t address);

@@ -1,6 +1,7 @@
 // IString over Aravis' string interface, with a length check before writing.
 #include "StringNode.h"
 #include "NodeMapImpl.h"
+#include <GenApi/IRegister.h>
 #include <cinttypes>
 
 using namespace GENAPI_NAMESPACE;
@@ -24,6 +25,10 @@ EAccessMode CStringNode::naturalAccessMode() const {
 gcstring CStringNode::GetValue(bool, bool) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
+    IRegister* reg = dynamic_cast<IRegister*>(this);
+    if (reg && reg->GetLength() == 0) return gcstring();
+    if (IString* source = dynamic_cast<IString*>(pointee("pValue"))) return source->GetValue();
     const char* text = arvCall("GetValue", [&](GError** e) { return arv_gc_string_get_value(string("GetValue"), e); });
     return text ? text : "";
 }

@@ -1,0 +1,115 @@
+// Every failure leaves the engine as the GenICam exception GenApi uses, with the node named.
+#include "SimulatedCameraFixture.h"
+
+using namespace GenApi;
+using GenICam::gcstring;
+
+TEST_F(SimulatedCameraTest, OutOfRangeValuesAreRefusedBeforeTheDevice) {
+    const uint32_t before = camera().peekRegister(SimCamera::Registers::Width);
+    std::string text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(4096); });
+    EXPECT_EQ(text, "Node 'Width' : Value = 4096 must be equal or smaller than Max = 2048.");
+    text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(8); });
+    EXPECT_EQ(text, "Node 'Width' : Value = 8 must be equal or greater than Min = 16.");
+    text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(100); });
+    EXPECT_EQ(text, "Node 'Width' : The difference between Value = 100 and Min = 16 must be dividable without rest "
+                    "by Inc = 16.");
+    EXPECT_EQ(camera().peekRegister(SimCamera::Registers::Width), before);
+
+    text = descriptionOf<GenICam::OutOfRangeException>([&] { floating("ExposureTime")->SetValue(5.0); });
+    EXPECT_NE(text.find("ExposureTime"), std::string::npos);
+    EXPECT_NE(text.find("must be greater than or equal"), std::string::npos);
+    EXPECT_THROW(floating("Gain")->SetValue(30.0), GenICam::OutOfRangeException);
+    EXPECT_THROW(integer("TestIntegerStep10")->SetValue(15), GenICam::OutOfRangeException);
+    // Range checks stay on without verification; only the access check goes.
+    EXPECT_THROW(integer("Width")->SetValue(4096, false), GenICam::OutOfRangeException);
+}
+
+TEST_F(SimulatedCameraTest, AccessViolationsRaiseAccessExceptions) {
+    std::string text =
+        descriptionOf<GenICam::AccessException>([&] { integer("TestReadOnlyInteger")->SetValue(1); });
+    EXPECT_EQ(text, "Node 'TestReadOnlyInteger' : Node is not writable.");
+    text = descriptionOf<GenICam::AccessException>([&] { integer("TestWriteOnlyInteger")->GetValue(); });
+    EXPECT_EQ(text, "Node 'TestWriteOnlyInteger' : Node is not readable.");
+    EXPECT_THROW(as<IBoolean>("TestWriteOnlyBoolean")->GetValue(), GenICam::AccessException);
+    EXPECT_THROW(as<IString>("DeviceVendorName")->SetValue("x"), GenICam::AccessException);
+    EXPECT_THROW(as<ICommand>("DeviceReset")->ToString(), GenICam::AccessException);
+    EXPECT_THROW(as<IValue>("Root")->FromString("x"), GenICam::AccessException);
+    // A feature that is not available refuses reads and limit queries alike.
+    EXPECT_THROW(integer("AcquisitionFrameCount")->GetValue(), GenICam::AccessException);
+    text = descriptionOf<GenICam::AccessException>([&] { integer("AcquisitionFrameCount")->GetMin(); });
+    EXPECT_EQ(text, "Node 'AcquisitionFrameCount' : Node is not available.");
+    // Write-only values are written all the same.
+    integer("TestWriteOnlyInteger")->SetValue(-7);
+    EXPECT_EQ(static_cast<int32_t>(camera().peekRegister(SimCamera::Registers::TestWriteOnlyInteger)), -7);
+}
+
+TEST_F(SimulatedCameraTest, UnknownEntriesAndUnparsableTextsAreInvalidArguments) {
+    std::string text = descriptionOf<GenICam::InvalidArgumentException>(
+        [&] { enumeration("PixelFormat")->FromString("Mono99"); });
+    EXPECT_EQ(text, "Node 'PixelFormat' : cannot convert value 'Mono99', the value is invalid.");
+    text = descriptionOf<GenICam::InvalidArgumentException>([&] { integer("Width")->FromString("wide"); });
+    EXPECT_EQ(text, "Node 'Width' : cannot convert string 'wide' to int.");
+    EXPECT_THROW(floating("ExposureTime")->FromString("12ms"), GenICam::InvalidArgumentException);
+    EXPECT_THROW(as<IValue>("ReverseX")->FromString("maybe"), GenICam::InvalidArgumentException);
+    EXPECT_THROW(as<IValue>("TestRegister")->FromString("0xZZ"), GenICam::InvalidArgumentException);
+    EXPECT_THROW(as<IRegister>("TestRegister")->Set(nullptr, 8), GenICam::InvalidArgumentException);
+    EXPECT_THROW(as<IString>("DeviceUserID")->SetValue("a string far longer than sixteen bytes"),
+                 GenICam::OutOfRangeException);
+
+    // Entries that exist but cannot be chosen, and values no entry has.
+    EXPECT_THROW(enumeration("PixelFormat")->FromString("Mono10"), GenICam::AccessException);
+    EXPECT_THROW(enumeration("PixelFormat")->FromString("RGB8"), GenICam::AccessException);
+    EXPECT_THROW(enumeration("PixelFormat")->SetIntValue(12345), GenICam::OutOfRangeException);
+    // A device value that matches no entry cannot be shown as text.
+    camera().pokeRegister(SimCamera::Registers::PixelFormat, 77);
+    EXPECT_THROW(enumeration("PixelFormat")->ToString(), GenICam::RuntimeException);
+}
+
+TEST_F(SimulatedCameraTest, WrongInterfacesGiveInvalidPointersAndLogicalErrors) {
+    CFloatPtr notAFloat = map()->GetNode("Width");
+    EXPECT_FALSE(notAFloat.IsValid());
+    EXPECT_FALSE(IsReadable(notAFloat));
+    const std::string text = descriptionOf<GenICam::LogicalErrorException>([&] { notAFloat->GetValue(); });
+    EXPECT_EQ(text, "NULL pointer dereferenced");
+    CIntegerPtr missing = map()->GetNode("NoSuchNode");
+    EXPECT_FALSE(missing);
+    EXPECT_TRUE(missing == 0);
+    EXPECT_THROW(missing == 1, GenICam::LogicalErrorException);
+    CIntegerPtr width = map()->GetNode("Width");
+    EXPECT_TRUE(width.IsValid());
+    EXPECT_EQ(static_cast<IInteger*>(width), integer("Width"));
+}
+
+TEST_F(SimulatedCameraTest, PortFailuresKeepTheirTypeAndNameTheNode) {
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    std::string text = descriptionOf<GenICam::RuntimeException>([&] { integer("Width")->GetValue(); });
+    EXPECT_EQ(text, "Node 'Width' : SimulatedCamera: transfer failed");
+    EXPECT_THROW(floating("ExposureTime")->SetValue(100.0), GenICam::RuntimeException);
+
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::Timeout);
+    text = descriptionOf<GenICam::TimeoutException>([&] { integer("Height")->GetValue(); });
+    EXPECT_EQ(text, "Node 'Height' : SimulatedCamera: the device did not answer in time");
+    uint32_t value;
+    EXPECT_THROW(as<IPort>("Device")->Read(&value, 0, 4), GenICam::TimeoutException);
+
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_EQ(integer("Width")->GetValue(), 640);
+    // Reads outside the register space fail on the port.
+    EXPECT_THROW(as<IPort>("Device")->Read(&value, 0x10000, 4), GenICam::RuntimeException);
+    EXPECT_THROW(as<IPort>("Device")->Read(&value, 0, -1), GenICam::InvalidArgumentException);
+}
+
+TEST_F(SimulatedCameraTest, DescriptionsThatAreNoXmlDoNotLoad) {
+    CNodeMapRef broken;
+    EXPECT_THROW(broken._LoadXMLFromString("<RegisterDescription><Integer Name="), GenICam::RuntimeException);
+    EXPECT_THROW(broken._LoadXMLFromString(""), GenICam::InvalidArgumentException);
+    EXPECT_THROW(broken._LoadXMLFromFile("/nonexistent/camera.xml"), GenICam::RuntimeException);
+    EXPECT_THROW(broken._GetNode("Width"), GenICam::AccessException);
+    CNodeMapRef loaded;
+    const std::string& xml = SimCamera::CSimulatedCamera::description();
+    loaded._LoadXMLFromString(gcstring(xml.c_str(), xml.size()));
+    EXPECT_THROW(loaded._LoadXMLFromString(gcstring(xml.c_str(), xml.size())), GenICam::RuntimeException);
+    // Without a port nothing that needs the device can be read.
+    EXPECT_EQ(loaded._GetNode("Width")->GetAccessMode(), NI);
+    EXPECT_FALSE(loaded._Connect(&camera(), "NoSuchPort"));
+}
