@@ -10,7 +10,7 @@ namespace R = Registers;
 
 namespace {
 
-constexpr int32_t sensorTemperature = 415;     // tenths of a degree Celsius
+constexpr int32_t sensorTemperature = 415;  // tenths of a degree Celsius
 constexpr int32_t mainboardTemperature = 380;
 
 bool overlaps(int64_t address, int64_t length, int64_t reg, int64_t regLength) {
@@ -19,7 +19,9 @@ bool overlaps(int64_t address, int64_t length, int64_t reg, int64_t regLength) {
 
 }  // namespace
 
-CSimulatedCamera::CSimulatedCamera() : m_Memory(R::Size), m_Start(std::chrono::steady_clock::now()) { reset(); }
+CSimulatedCamera::CSimulatedCamera() : m_Memory(R::Size), m_Start(std::chrono::steady_clock::now()) {
+    reset();
+}
 
 void CSimulatedCamera::reset() {
     std::lock_guard<std::mutex> lock(m_Mutex);
@@ -43,22 +45,27 @@ void CSimulatedCamera::reset() {
     store32(R::AcquisitionFrameCount, 1);
     store32(R::TestReadOnlyInteger, 42);
     store32(R::TestHexInteger, 0xCAFE);
-    store32(R::GevCurrentIPAddress, 0xC0A8012A);     // 192.168.1.42
+    store32(R::GevCurrentIPAddress, 0xC0A8012A);  // 192.168.1.42
     store32(R::GevPersistentIPAddress, 0xC0A8012A);
     store64(R::GevMACAddress, 0x003053123456ULL);
-    for (uint32_t file = 0; file < CSimulatedFiles::FileCount; ++file) store32(R::FileSize + 4 * file, m_Files.size(file));
+    for (uint32_t file = 0; file < CSimulatedFiles::FileCount; ++file)
+        store32(R::FileSize + 4 * file, m_Files.size(file));
     m_LatchBusy = 0;
     m_TriggerBusy = 0;
     m_Acquiring = false;
 }
 
-
-GenApi::EAccessMode CSimulatedCamera::GetAccessMode() const { return m_Connected ? GenApi::RW : GenApi::NI; }
+GenApi::EAccessMode CSimulatedCamera::GetAccessMode() const {
+    return m_Connected ? GenApi::RW : GenApi::NI;
+}
 
 void CSimulatedCamera::checkTransfer(int64_t address, int64_t length) const {
-    if (!m_Connected) throw ACCESS_EXCEPTION("SimulatedCamera: the port is not connected");
-    if (m_Failure == EFailure::Timeout) throw TIMEOUT_EXCEPTION("SimulatedCamera: the device did not answer in time");
-    if (m_Failure == EFailure::IoError) throw RUNTIME_EXCEPTION("SimulatedCamera: transfer failed");
+    if (!m_Connected)
+        throw ACCESS_EXCEPTION("SimulatedCamera: the port is not connected");
+    if (m_Failure == EFailure::Timeout)
+        throw TIMEOUT_EXCEPTION("SimulatedCamera: the device did not answer in time");
+    if (m_Failure == EFailure::IoError)
+        throw RUNTIME_EXCEPTION("SimulatedCamera: transfer failed");
     if (address < 0 || length < 0 || address + length > R::Size) {
         throw RUNTIME_EXCEPTION("SimulatedCamera: invalid address 0x%llx and/or length %lld",
                                 static_cast<unsigned long long>(address), static_cast<long long>(length));
@@ -86,7 +93,8 @@ void CSimulatedCamera::Write(const void* pBuffer, int64_t Address, int64_t Lengt
 void CSimulatedCamera::refreshTemperatures(int64_t address, int64_t length) {
     if (m_TemperatureDrifts && overlaps(address, length, R::DeviceTemperatureRaw, 8)) {
         const auto seconds =
-            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - m_Start).count();
+            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - m_Start)
+                .count();
         const int32_t drift = static_cast<int32_t>(seconds % 20);
         store32(R::DeviceTemperatureRaw, static_cast<uint32_t>(sensorTemperature + drift));
         store32(R::DeviceTemperatureRaw + 4, static_cast<uint32_t>(mainboardTemperature + drift / 2));
@@ -133,7 +141,8 @@ void CSimulatedCamera::startCommand(int64_t address) {
     } else {
         m_TriggerBusy = m_BusyReads;
     }
-    if (m_BusyReads <= 0) store32(address, 0);
+    if (m_BusyReads <= 0)
+        store32(address, 0);
 }
 
 void CSimulatedCamera::executeFileOperation() {
@@ -141,12 +150,13 @@ void CSimulatedCamera::executeFileOperation() {
                                 m_Memory.begin() + R::FileAccessBuffer + R::FileAccessBufferLength);
     const uint32_t file = load32(R::FileSelector);
     const CSimulatedFiles::SResult result =
-        m_Files.execute(file, load32(R::FileOperationSelector), load32(R::FileOpenMode), load32(R::FileAccessOffset),
-                        load32(R::FileAccessLength), buffer);
+        m_Files.execute(file, load32(R::FileOperationSelector), load32(R::FileOpenMode),
+                        load32(R::FileAccessOffset), load32(R::FileAccessLength), buffer);
     std::copy(buffer.begin(), buffer.end(), m_Memory.begin() + R::FileAccessBuffer);
     store32(R::FileOperationStatus, result.success ? 0 : 1);
     store32(R::FileOperationResult, result.count);
-    for (uint32_t f = 0; f < CSimulatedFiles::FileCount; ++f) store32(R::FileSize + 4 * f, m_Files.size(f));
+    for (uint32_t f = 0; f < CSimulatedFiles::FileCount; ++f)
+        store32(R::FileSize + 4 * f, m_Files.size(f));
     store32(R::FileOperationExecute, 0);
 }
 

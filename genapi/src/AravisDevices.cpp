@@ -9,7 +9,8 @@ namespace {
 GenApi::INodeMap* wrap(ArvDevice* device, GError* error, const GenICam::gcstring& deviceName) {
     if (!device) {
         const std::string message = error && error->message ? error->message : "unknown device";
-        if (error) g_error_free(error);
+        if (error)
+            g_error_free(error);
         throw RUNTIME_EXCEPTION("Cannot open the device: %s", message.c_str());
     }
     try {
@@ -30,7 +31,8 @@ std::vector<std::string> listAravisDevices() {
     const unsigned int count = arv_get_n_devices();
     for (unsigned int i = 0; i < count; ++i) {
         const char* id = arv_get_device_id(i);
-        if (id) ids.push_back(id);
+        if (id)
+            ids.push_back(id);
     }
     return ids;
 }
@@ -41,7 +43,8 @@ GenApi::INodeMap* openAravisDevice(const std::string& deviceId, const GenICam::g
     return wrap(device, error, deviceName);
 }
 
-GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber, const GenICam::gcstring& deviceName) {
+GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber,
+                                         const GenICam::gcstring& deviceName) {
     GError* error = nullptr;
     ArvDevice* device = arv_fake_device_new(serialNumber.c_str(), &error);
     return wrap(device, error, deviceName);

@@ -12,20 +12,24 @@ CBooleanNode::CBooleanNode(CNodeMapImpl& map, const SNodeDescription& descriptio
     : CNodeBase(map, description, arvNode, intfIBoolean) {}
 
 ArvGcBoolean* CBooleanNode::boolean(const char* method) const {
-    if (!arvNode() || !ARV_IS_GC_BOOLEAN(arvNode())) raise(EError::LogicalError, method, "node has no boolean value");
+    if (!arvNode() || !ARV_IS_GC_BOOLEAN(arvNode()))
+        raise(EError::LogicalError, method, "node has no boolean value");
     return ARV_GC_BOOLEAN(arvNode());
 }
 
 bool CBooleanNode::GetValue(bool, bool) const {
     CMapEntry entry(map());
     checkReadable("GetValue");
-    return arvCall("GetValue", [&](GError** e) { return arv_gc_boolean_get_value(boolean("GetValue"), e); }) != FALSE;
+    return arvCall("GetValue",
+                   [&](GError** e) { return arv_gc_boolean_get_value(boolean("GetValue"), e); }) != FALSE;
 }
 
 void CBooleanNode::SetValue(bool Value, bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("SetValue");
-    arvCall("SetValue", [&](GError** e) { arv_gc_boolean_set_value(boolean("SetValue"), Value ? TRUE : FALSE, e); });
+    if (Verify)
+        checkWritable("SetValue");
+    arvCall("SetValue",
+            [&](GError** e) { arv_gc_boolean_set_value(boolean("SetValue"), Value ? TRUE : FALSE, e); });
     changed();
 }
 
@@ -36,8 +40,9 @@ gcstring CBooleanNode::ToString(bool Verify, bool IgnoreCache) {
 void CBooleanNode::FromString(const gcstring& ValueStr, bool Verify) {
     bool value = false;
     if (!textToBoolean(ValueStr.c_str(), value)) {
-        raise(EError::InvalidArgument, "FromString",
-              formatText("Node '%s' : cannot convert string '%s' to bool.", name().c_str(), ValueStr.c_str()));
+        raise(
+            EError::InvalidArgument, "FromString",
+            formatText("Node '%s' : cannot convert string '%s' to bool.", name().c_str(), ValueStr.c_str()));
     }
     SetValue(value, Verify);
 }

@@ -14,12 +14,17 @@ CCategoryNode::CCategoryNode(CNodeMapImpl& map, const SNodeDescription& descript
 void CCategoryNode::GetFeatures(FeatureList_t& Features) const {
     Features.clear();
     for (const std::string& featureName : description().values("pFeature")) {
-        if (IValue* value = dynamic_cast<IValue*>(map().node(featureName))) Features.push_back(value);
+        if (IValue* value = dynamic_cast<IValue*>(map().node(featureName)))
+            Features.push_back(value);
     }
 }
 
-gcstring CCategoryNode::ToString(bool, bool) { return gcstring(); }
+gcstring CCategoryNode::ToString(bool, bool) {
+    return gcstring();
+}
 
-void CCategoryNode::FromString(const gcstring&, bool) { raise(EError::Access, "FromString", "Node is not writable."); }
+void CCategoryNode::FromString(const gcstring&, bool) {
+    raise(EError::Access, "FromString", "Node is not writable.");
+}
 
 }  // namespace GenApiEngine

@@ -14,7 +14,8 @@ CCommandNode::CCommandNode(CNodeMapImpl& map, const SNodeDescription& descriptio
     : CNodeBase(map, description, arvNode, intfICommand) {}
 
 int64_t CCommandNode::commandValue() {
-    if (IInteger* source = dynamic_cast<IInteger*>(pointee("pCommandValue"))) return source->GetValue();
+    if (IInteger* source = dynamic_cast<IInteger*>(pointee("pCommandValue")))
+        return source->GetValue();
     int64_t value = 1;
     textToInteger(description().value("CommandValue"), value);
     return value;
@@ -22,8 +23,10 @@ int64_t CCommandNode::commandValue() {
 
 void CCommandNode::Execute(bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("Execute");
-    if (!arvNode() || !ARV_IS_GC_COMMAND(arvNode())) raise(EError::LogicalError, "Execute", "node is no command");
+    if (Verify)
+        checkWritable("Execute");
+    if (!arvNode() || !ARV_IS_GC_COMMAND(arvNode()))
+        raise(EError::LogicalError, "Execute", "node is no command");
     arvCall("Execute", [&](GError** e) { arv_gc_command_execute(ARV_GC_COMMAND(arvNode()), e); });
     m_Executing = true;
     changed();
@@ -33,9 +36,11 @@ void CCommandNode::Execute(bool Verify) {
 bool CCommandNode::IsDone(bool) {
     CMapEntry entry(map());
     const EAccessMode mode = GetAccessMode();
-    if (mode == NI) raise(EError::Access, "IsDone", "Node is not implemented.");
+    if (mode == NI)
+        raise(EError::Access, "IsDone", "Node is not implemented.");
     IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
-    if (!source || !IsReadable(source)) return true;
+    if (!source || !IsReadable(source))
+        return true;
     const bool done = source->GetValue() != commandValue();
     if (done && m_Executing) {
         m_Executing = false;
@@ -54,7 +59,8 @@ gcstring CCommandNode::ToString(bool, bool) {
 // Any text but "0" or "false" executes the command.
 void CCommandNode::FromString(const gcstring& ValueStr, bool Verify) {
     bool execute = true;
-    if (textToBoolean(ValueStr.c_str(), execute) && !execute) return;
+    if (textToBoolean(ValueStr.c_str(), execute) && !execute)
+        return;
     Execute(Verify);
 }
 

@@ -13,7 +13,8 @@ struct EnumText {
 
 template <typename E, size_t N>
 bool fromText(const EnumText<E> (&table)[N], const GENICAM_NAMESPACE::gcstring& text, E* pValue) {
-    if (!pValue) return false;
+    if (!pValue)
+        return false;
     for (size_t i = 0; i < N; ++i) {
         if (text == table[i].text) {
             *pValue = table[i].value;
@@ -26,7 +27,8 @@ bool fromText(const EnumText<E> (&table)[N], const GENICAM_NAMESPACE::gcstring& 
 template <typename E, size_t N>
 GENICAM_NAMESPACE::gcstring toText(const EnumText<E> (&table)[N], E value, const char* fallback) {
     for (size_t i = 0; i < N; ++i) {
-        if (table[i].value == value) return table[i].text;
+        if (table[i].value == value)
+            return table[i].text;
     }
     return fallback;
 }
@@ -34,8 +36,9 @@ GENICAM_NAMESPACE::gcstring toText(const EnumText<E> (&table)[N], E value, const
 const EnumText<ESign> signTexts[] = {{Signed, "Signed"}, {Unsigned, "Unsigned"}};
 const EnumText<EEndianess> endianessTexts[] = {{BigEndian, "BigEndian"}, {LittleEndian, "LittleEndian"}};
 const EnumText<ERepresentation> representationTexts[] = {
-    {Linear, "Linear"},           {Logarithmic, "Logarithmic"}, {Boolean, "Boolean"},       {PureNumber, "PureNumber"},
-    {HexNumber, "HexNumber"},     {IPV4Address, "IPV4Address"}, {MACAddress, "MACAddress"}};
+    {Linear, "Linear"},         {Logarithmic, "Logarithmic"}, {Boolean, "Boolean"},
+    {PureNumber, "PureNumber"}, {HexNumber, "HexNumber"},     {IPV4Address, "IPV4Address"},
+    {MACAddress, "MACAddress"}};
 const EnumText<EVisibility> visibilityTexts[] = {
     {Beginner, "Beginner"}, {Expert, "Expert"}, {Guru, "Guru"}, {Invisible, "Invisible"}};
 const EnumText<EAccessMode> accessModeTexts[] = {{RW, "RW"}, {RO, "RO"}, {WO, "WO"}, {NA, "NA"}, {NI, "NI"}};
@@ -54,19 +57,23 @@ const EnumText<EGenApiSchemaVersion> schemaVersionTexts[] = {{v1_0, "v1_0"}, {v1
 
 }  // namespace
 
-#define GENAPI_DEFINE_ENUM_CLASS(ClassName, EnumType, table, fallback)                               \
-    bool ClassName::FromString(const GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue) {      \
-        return fromText(table, ValueStr, pValue);                                                    \
-    }                                                                                                \
-    void ClassName::ToString(GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue) {              \
-        if (!pValue) throw INVALID_ARGUMENT_EXCEPTION("NULL argument pValue");                      \
-        ValueStr = toText(table, *pValue, fallback);                                                 \
-    }                                                                                                \
-    GENICAM_NAMESPACE::gcstring ClassName::ToString(EnumType Value) { return toText(table, Value, fallback); }
+#define GENAPI_DEFINE_ENUM_CLASS(ClassName, EnumType, table, fallback)                          \
+    bool ClassName::FromString(const GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue) { \
+        return fromText(table, ValueStr, pValue);                                               \
+    }                                                                                           \
+    void ClassName::ToString(GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue) {         \
+        if (!pValue)                                                                            \
+            throw INVALID_ARGUMENT_EXCEPTION("NULL argument pValue");                           \
+        ValueStr = toText(table, *pValue, fallback);                                            \
+    }                                                                                           \
+    GENICAM_NAMESPACE::gcstring ClassName::ToString(EnumType Value) {                           \
+        return toText(table, Value, fallback);                                                  \
+    }
 
 GENAPI_DEFINE_ENUM_CLASS(ESignClass, ESign, signTexts, "_UndefinedSign")
 GENAPI_DEFINE_ENUM_CLASS(EEndianessClass, EEndianess, endianessTexts, "_UndefinedEndian")
-GENAPI_DEFINE_ENUM_CLASS(ERepresentationClass, ERepresentation, representationTexts, "_UndefinedRepresentation")
+GENAPI_DEFINE_ENUM_CLASS(ERepresentationClass, ERepresentation, representationTexts,
+                         "_UndefinedRepresentation")
 GENAPI_DEFINE_ENUM_CLASS(EVisibilityClass, EVisibility, visibilityTexts, "_UndefinedVisibility")
 GENAPI_DEFINE_ENUM_CLASS(EAccessModeClass, EAccessMode, accessModeTexts, "_UndefinedAccessMode")
 GENAPI_DEFINE_ENUM_CLASS(ECachingModeClass, ECachingMode, cachingModeTexts, "_UndefinedCachingMode")
@@ -75,8 +82,10 @@ GENAPI_DEFINE_ENUM_CLASS(EYesNoClass, EYesNo, yesNoTexts, "_UndefinedYesNo")
 GENAPI_DEFINE_ENUM_CLASS(EStandardNameSpaceClass, EStandardNameSpace, standardNameSpaceTexts,
                          "_UndefinedStandardNameSpace")
 GENAPI_DEFINE_ENUM_CLASS(ESlopeClass, ESlope, slopeTexts, "_UndefinedESlope")
-GENAPI_DEFINE_ENUM_CLASS(EDisplayNotationClass, EDisplayNotation, displayNotationTexts, "_UndefinedEDisplayNotation")
-GENAPI_DEFINE_ENUM_CLASS(EInputDirectionClass, EInputDirection, inputDirectionTexts, "_UndefinedEInputDirection")
+GENAPI_DEFINE_ENUM_CLASS(EDisplayNotationClass, EDisplayNotation, displayNotationTexts,
+                         "_UndefinedEDisplayNotation")
+GENAPI_DEFINE_ENUM_CLASS(EInputDirectionClass, EInputDirection, inputDirectionTexts,
+                         "_UndefinedEInputDirection")
 GENAPI_DEFINE_ENUM_CLASS(EGenApiSchemaVersionClass, EGenApiSchemaVersion, schemaVersionTexts, "_Undefined")
 
 }  // namespace GENAPI_NAMESPACE

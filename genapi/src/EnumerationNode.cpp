@@ -14,14 +14,16 @@ CEnumerationNode::CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& de
     : CNodeBase(map, description, arvNode, intfIEnumeration) {}
 
 ArvGcEnumeration* CEnumerationNode::enumeration(const char* method) const {
-    if (!arvNode() || !ARV_IS_GC_ENUMERATION(arvNode())) raise(EError::LogicalError, method, "node is no enumeration");
+    if (!arvNode() || !ARV_IS_GC_ENUMERATION(arvNode()))
+        raise(EError::LogicalError, method, "node is no enumeration");
     return ARV_GC_ENUMERATION(arvNode());
 }
 
 std::vector<CEnumEntryNode*> CEnumerationNode::entries() const {
     std::vector<CEnumEntryNode*> found;
     for (const std::string& entryName : description().entries) {
-        if (CEnumEntryNode* entry = dynamic_cast<CEnumEntryNode*>(map().node(entryName))) found.push_back(entry);
+        if (CEnumEntryNode* entry = dynamic_cast<CEnumEntryNode*>(map().node(entryName)))
+            found.push_back(entry);
     }
     return found;
 }
@@ -31,44 +33,51 @@ void CEnumerationNode::GetSymbolics(StringList_t& Symbolics) {
     CMapEntry entry(map());
     Symbolics.clear();
     for (CEnumEntryNode* candidate : entries()) {
-        if (IsAvailable(candidate->GetAccessMode())) Symbolics.push_back(candidate->GetSymbolic());
+        if (IsAvailable(candidate->GetAccessMode()))
+            Symbolics.push_back(candidate->GetSymbolic());
     }
 }
 
 void CEnumerationNode::GetEntries(NodeList_t& Entries) {
     CMapEntry entry(map());
     Entries.clear();
-    for (CEnumEntryNode* candidate : entries()) Entries.push_back(candidate);
+    for (CEnumEntryNode* candidate : entries())
+        Entries.push_back(candidate);
 }
 
 int64_t CEnumerationNode::GetIntValue(bool, bool) {
     CMapEntry entry(map());
     checkReadable("GetIntValue");
-    return arvCall("GetIntValue",
-                   [&](GError** e) { return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e); });
+    return arvCall("GetIntValue", [&](GError** e) {
+        return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
+    });
 }
 
 void CEnumerationNode::SetIntValue(int64_t Value, bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("SetIntValue");
+    if (Verify)
+        checkWritable("SetIntValue");
     IEnumEntry* target = GetEntry(Value);
     if (!target) {
         raise(EError::OutOfRange, "SetIntValue",
-              formatText("Failed to write enumeration value. Enum entry with value %" PRId64 " not present.", Value));
+              formatText("Failed to write enumeration value. Enum entry with value %" PRId64 " not present.",
+                         Value));
     }
     if (!IsAvailable(target)) {
         raise(EError::Access, "SetIntValue",
               formatText("Failed to write enumeration value. Enum entry '%s' is not available.",
                          target->GetSymbolic().c_str()));
     }
-    arvCall("SetIntValue",
-            [&](GError** e) { return arv_gc_enumeration_set_int_value(enumeration("SetIntValue"), Value, e); });
+    arvCall("SetIntValue", [&](GError** e) {
+        return arv_gc_enumeration_set_int_value(enumeration("SetIntValue"), Value, e);
+    });
     changed();
 }
 
 IEnumEntry* CEnumerationNode::GetEntryByName(const gcstring& Symbolic) {
     for (CEnumEntryNode* candidate : entries()) {
-        if (candidate->GetSymbolic() == Symbolic) return candidate;
+        if (candidate->GetSymbolic() == Symbolic)
+            return candidate;
     }
     return nullptr;
 }
@@ -76,7 +85,8 @@ IEnumEntry* CEnumerationNode::GetEntryByName(const gcstring& Symbolic) {
 IEnumEntry* CEnumerationNode::GetEntry(const int64_t IntValue) {
     CMapEntry entry(map());
     for (CEnumEntryNode* candidate : entries()) {
-        if (candidate->GetValue() == IntValue) return candidate;
+        if (candidate->GetValue() == IntValue)
+            return candidate;
     }
     return nullptr;
 }
@@ -123,20 +133,29 @@ int64_t CEnumEntryNode::GetValue() {
         textToInteger(description().value("Value"), value);
         return value;
     }
-    return arvCall("GetValue", [&](GError** e) { return arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(arvNode()), e); });
+    return arvCall("GetValue",
+                   [&](GError** e) { return arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(arvNode()), e); });
 }
 
-gcstring CEnumEntryNode::GetSymbolic() const { return description().xmlName.c_str(); }
+gcstring CEnumEntryNode::GetSymbolic() const {
+    return description().xmlName.c_str();
+}
 
 double CEnumEntryNode::GetNumericValue() {
     const std::string& text = description().value("NumericValue");
     return text.empty() ? static_cast<double>(GetValue()) : std::strtod(text.c_str(), nullptr);
 }
 
-bool CEnumEntryNode::IsSelfClearing() { return description().value("IsSelfClearing") == "Yes"; }
+bool CEnumEntryNode::IsSelfClearing() {
+    return description().value("IsSelfClearing") == "Yes";
+}
 
-gcstring CEnumEntryNode::ToString(bool, bool) { return GetSymbolic(); }
+gcstring CEnumEntryNode::ToString(bool, bool) {
+    return GetSymbolic();
+}
 
-void CEnumEntryNode::FromString(const gcstring&, bool) { raise(EError::Access, "FromString", "Node is not writable."); }
+void CEnumEntryNode::FromString(const gcstring&, bool) {
+    raise(EError::Access, "FromString", "Node is not writable.");
+}
 
 }  // namespace GenApiEngine

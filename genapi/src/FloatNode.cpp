@@ -18,27 +18,34 @@ CFloatNode::CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, A
       m_ImposedMax(std::numeric_limits<double>::max()) {}
 
 ArvGcFloat* CFloatNode::floating(const char* method) const {
-    if (!arvNode() || !ARV_IS_GC_FLOAT(arvNode())) raise(EError::LogicalError, method, "node has no float value");
+    if (!arvNode() || !ARV_IS_GC_FLOAT(arvNode()))
+        raise(EError::LogicalError, method, "node has no float value");
     return ARV_GC_FLOAT(arvNode());
 }
 
-IFloat* CFloatNode::source() const { return dynamic_cast<IFloat*>(pointee("pValue")); }
+IFloat* CFloatNode::source() const {
+    return dynamic_cast<IFloat*>(pointee("pValue"));
+}
 
 EAccessMode CFloatNode::naturalAccessMode() const {
     const std::string& tag = description().tag;
-    if (isRegisterKind(tag)) return registerAccessMode();
-    if (tag == "SwissKnife") return RO;
+    if (isRegisterKind(tag))
+        return registerAccessMode();
+    if (tag == "SwissKnife")
+        return RO;
     return CNodeBase::naturalAccessMode();
 }
 
 void CFloatNode::checkAvailable(const char* method) const {
-    if (!IsAvailable(GetAccessMode())) raise(EError::Access, method, "Node is not available.");
+    if (!IsAvailable(GetAccessMode()))
+        raise(EError::Access, method, "Node is not available.");
 }
 
 double CFloatNode::GetValue(bool Verify, bool) {
     CMapEntry entry(map());
     checkReadable("GetValue");
-    const double value = arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });
+    const double value =
+        arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value %f is out of range.", value));
     }
@@ -47,14 +54,17 @@ double CFloatNode::GetValue(bool Verify, bool) {
 
 void CFloatNode::SetValue(double Value, bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("SetValue");
+    if (Verify)
+        checkWritable("SetValue");
     const double minimum = GetMin();
     const double maximum = GetMax();
     if (Value < minimum) {
-        raise(EError::OutOfRange, "SetValue", formatText("Value %f must be greater than or equal %f.", Value, minimum));
+        raise(EError::OutOfRange, "SetValue",
+              formatText("Value %f must be greater than or equal %f.", Value, minimum));
     }
     if (Value > maximum) {
-        raise(EError::OutOfRange, "SetValue", formatText("Value %f must be smaller than or equal %f.", Value, maximum));
+        raise(EError::OutOfRange, "SetValue",
+              formatText("Value %f must be smaller than or equal %f.", Value, maximum));
     }
     arvCall("SetValue", [&](GError** e) { arv_gc_float_set_value(floating("SetValue"), Value, e); });
     changed();
@@ -68,37 +78,44 @@ IFloat& CFloatNode::operator=(double Value) {
 double CFloatNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const double minimum = limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(), [&](GError** e) {
-        return arv_gc_float_get_min(floating("GetMin"), e);
-    });
+    const double minimum =
+        limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
+                        [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
     return std::max(minimum, m_ImposedMin);
 }
 
 double CFloatNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const double maximum = limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(), [&](GError** e) {
-        return arv_gc_float_get_max(floating("GetMax"), e);
-    });
+    const double maximum =
+        limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),
+                        [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });
     return std::min(maximum, m_ImposedMax);
 }
 
 bool CFloatNode::HasInc() {
-    if (description().has("Inc") || description().has("pInc")) return true;
+    if (description().has("Inc") || description().has("pInc"))
+        return true;
     IFloat* from = source();
     return from && !description().has("Min") && !description().has("pMin") && from->HasInc();
 }
 
-EIncMode CFloatNode::GetIncMode() { return HasInc() ? fixedIncrement : noIncrement; }
+EIncMode CFloatNode::GetIncMode() {
+    return HasInc() ? fixedIncrement : noIncrement;
+}
 
 double CFloatNode::GetInc() {
     CMapEntry entry(map());
-    if (!HasInc()) raise(EError::Runtime, "GetInc", "node does not have an increment.");
-    if (!description().has("Inc") && !description().has("pInc")) return source()->GetInc();
+    if (!HasInc())
+        raise(EError::Runtime, "GetInc", "node does not have an increment.");
+    if (!description().has("Inc") && !description().has("pInc"))
+        return source()->GetInc();
     return arvCall("GetInc", [&](GError** e) { return arv_gc_float_get_inc(floating("GetInc"), e); });
 }
 
-double_autovector_t CFloatNode::GetListOfValidValues(bool) { return double_autovector_t(); }
+double_autovector_t CFloatNode::GetListOfValidValues(bool) {
+    return double_autovector_t();
+}
 
 ERepresentation CFloatNode::GetRepresentation() {
     ERepresentation representation = PureNumber;
@@ -110,21 +127,24 @@ ERepresentation CFloatNode::GetRepresentation() {
 }
 
 gcstring CFloatNode::GetUnit() const {
-    if (description().has("Unit")) return description().value("Unit").c_str();
+    if (description().has("Unit"))
+        return description().value("Unit").c_str();
     IFloat* from = source();
     return from ? from->GetUnit() : gcstring();
 }
 
 EDisplayNotation CFloatNode::GetDisplayNotation() const {
     EDisplayNotation notation = fnAutomatic;
-    if (EDisplayNotationClass::FromString(description().value("DisplayNotation").c_str(), &notation)) return notation;
+    if (EDisplayNotationClass::FromString(description().value("DisplayNotation").c_str(), &notation))
+        return notation;
     IFloat* from = source();
     return from ? from->GetDisplayNotation() : fnAutomatic;
 }
 
 int64_t CFloatNode::GetDisplayPrecision() const {
     const std::string& text = description().value("DisplayPrecision");
-    if (!text.empty()) return std::strtoll(text.c_str(), nullptr, 10);
+    if (!text.empty())
+        return std::strtoll(text.c_str(), nullptr, 10);
     IFloat* from = source();
     return from ? from->GetDisplayPrecision() : 6;
 }
@@ -162,7 +182,8 @@ void CFloatNode::FromString(const gcstring& ValueStr, bool Verify) {
     double value = 0;
     if (!textToFloat(ValueStr.c_str(), value)) {
         raise(EError::InvalidArgument, "FromString",
-              formatText("Node '%s' : cannot convert string '%s' to double.", name().c_str(), ValueStr.c_str()));
+              formatText("Node '%s' : cannot convert string '%s' to double.", name().c_str(),
+                         ValueStr.c_str()));
     }
     SetValue(value, Verify);
 }

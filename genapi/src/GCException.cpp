@@ -4,13 +4,14 @@
 
 namespace GENICAM_NAMESPACE {
 
-GenericException::GenericException(const char* pDescription, const char* pSourceFileName, unsigned int SourceLine)
+GenericException::GenericException(const char* pDescription, const char* pSourceFileName,
+                                   unsigned int SourceLine)
     : m_Description(pDescription), m_SourceFileName(pSourceFileName), m_SourceLine(SourceLine) {
     AssembleMessage();
 }
 
-GenericException::GenericException(const char* pDescription, const char* pSourceFileName, unsigned int SourceLine,
-                                   const char* pExceptionType)
+GenericException::GenericException(const char* pDescription, const char* pSourceFileName,
+                                   unsigned int SourceLine, const char* pExceptionType)
     : m_ExceptionType(pExceptionType),
       m_Description(pDescription),
       m_SourceFileName(pSourceFileName),
@@ -18,8 +19,9 @@ GenericException::GenericException(const char* pDescription, const char* pSource
     AssembleMessage();
 }
 
-GenericException::GenericException(const char* pDescription, const char* pSourceFileName, unsigned int SourceLine,
-                                   const char* pEntryPoint, const char* pErrorNodeName, const char* pExceptionType)
+GenericException::GenericException(const char* pDescription, const char* pSourceFileName,
+                                   unsigned int SourceLine, const char* pEntryPoint,
+                                   const char* pErrorNodeName, const char* pExceptionType)
     : m_ExceptionType(pExceptionType),
       m_Description(pDescription),
       m_SourceFileName(pSourceFileName),
@@ -35,7 +37,8 @@ void GenericException::AssembleMessage() {
     if (!m_ExceptionType.empty()) {
         what << " : " << m_ExceptionType.c_str() << " thrown";
         if (!m_ErrorNodeName.empty()) {
-            what << " in node '" << m_ErrorNodeName.c_str() << "' while calling '" << m_EntryPoint.c_str() << "'";
+            what << " in node '" << m_ErrorNodeName.c_str() << "' while calling '" << m_EntryPoint.c_str()
+                 << "'";
         }
     }
     what << " (file '" << m_SourceFileName.c_str() << "', line " << m_SourceLine << ")";
@@ -43,10 +46,18 @@ void GenericException::AssembleMessage() {
     m_What.assign(text.c_str(), text.size());
 }
 
-const char* GenericException::GetDescription() const throw() { return m_Description.c_str(); }
-const char* GenericException::GetSourceFileName() const throw() { return m_SourceFileName.c_str(); }
-unsigned int GenericException::GetSourceLine() const throw() { return m_SourceLine; }
-const char* GenericException::what() const throw() { return m_What.c_str(); }
+const char* GenericException::GetDescription() const throw() {
+    return m_Description.c_str();
+}
+const char* GenericException::GetSourceFileName() const throw() {
+    return m_SourceFileName.c_str();
+}
+unsigned int GenericException::GetSourceLine() const throw() {
+    return m_SourceLine;
+}
+const char* GenericException::what() const throw() {
+    return m_What.c_str();
+}
 GenericException::~GenericException() throw() {}
 
 }  // namespace GENICAM_NAMESPACE

@@ -9,8 +9,12 @@ namespace GENICAM_NAMESPACE {
 
 GENAPI_ENGINE_DEFINE_CLOCK(CLock)
 
-CGlobalLock::CGlobalLock(const char* pszName) : m_handle(SEM_FAILED) { Open(gcstring(pszName)); }
-CGlobalLock::CGlobalLock(const gcstring& strName) : m_handle(SEM_FAILED) { Open(strName); }
+CGlobalLock::CGlobalLock(const char* pszName) : m_handle(SEM_FAILED) {
+    Open(gcstring(pszName));
+}
+CGlobalLock::CGlobalLock(const gcstring& strName) : m_handle(SEM_FAILED) {
+    Open(strName);
+}
 
 // Opens (or creates) a POSIX named semaphore; names may not contain slashes after the first character.
 void CGlobalLock::Open(const gcstring& name) {
@@ -24,13 +28,17 @@ void CGlobalLock::Open(const gcstring& name) {
 }
 
 CGlobalLock::~CGlobalLock() {
-    if (m_handle != SEM_FAILED) sem_close(m_handle);
+    if (m_handle != SEM_FAILED)
+        sem_close(m_handle);
 }
 
-bool CGlobalLock::IsValid(void) const { return m_handle != SEM_FAILED; }
+bool CGlobalLock::IsValid(void) const {
+    return m_handle != SEM_FAILED;
+}
 
 bool CGlobalLock::Lock(unsigned int timeout_ms) {
-    if (!IsValid()) return false;
+    if (!IsValid())
+        return false;
     timespec deadline;
     clock_gettime(CLOCK_REALTIME, &deadline);
     deadline.tv_sec += timeout_ms / 1000;
@@ -45,10 +53,13 @@ bool CGlobalLock::Lock(unsigned int timeout_ms) {
     return result == 0;
 }
 
-bool CGlobalLock::TryLock(void) { return IsValid() && sem_trywait(m_handle) == 0; }
+bool CGlobalLock::TryLock(void) {
+    return IsValid() && sem_trywait(m_handle) == 0;
+}
 
 void CGlobalLock::Unlock(void) {
-    if (IsValid()) sem_post(m_handle);
+    if (IsValid())
+        sem_post(m_handle);
 }
 
 }  // namespace GENICAM_NAMESPACE

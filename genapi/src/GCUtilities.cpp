@@ -9,7 +9,8 @@ namespace GENICAM_NAMESPACE {
 
 bool GetValueOfEnvironmentVariable(const gcstring& VariableName, gcstring& VariableContent) {
     const char* value = std::getenv(VariableName.c_str());
-    if (!value) return false;
+    if (!value)
+        return false;
     VariableContent = value;
     return true;
 }
@@ -20,14 +21,17 @@ gcstring GetValueOfEnvironmentVariable(const gcstring& VariableName) {
     return content;
 }
 
-bool DoesEnvironmentVariableExist(const gcstring& VariableName) { return std::getenv(VariableName.c_str()) != NULL; }
+bool DoesEnvironmentVariableExist(const gcstring& VariableName) {
+    return std::getenv(VariableName.c_str()) != NULL;
+}
 
 // Replaces every $(NAME) by the value of the environment variable NAME.
 void ReplaceEnvironmentVariables(gcstring& Buffer, bool ReplaceBlankBy20) {
     size_t start;
     while ((start = Buffer.find("$(")) != GCSTRING_NPOS) {
         const size_t end = Buffer.find(')', start);
-        if (end == GCSTRING_NPOS) break;
+        if (end == GCSTRING_NPOS)
+            break;
         const gcstring name = Buffer.substr(start + 2, end - start - 2);
         gcstring value;
         if (!GetValueOfEnvironmentVariable(name, value)) {
@@ -86,7 +90,11 @@ size_t Tokenize(const gcstring& str, gcstring_vector& Tokens, const gcstring& de
     return count;
 }
 
-gcstring GetGenICamCacheFolder() { return GetValueOfEnvironmentVariable(GENICAM_CACHE_VERSION); }
-gcstring GetGenICamLogConfig() { return GetValueOfEnvironmentVariable(GENICAM_LOG_CONFIG_VERSION); }
+gcstring GetGenICamCacheFolder() {
+    return GetValueOfEnvironmentVariable(GENICAM_CACHE_VERSION);
+}
+gcstring GetGenICamLogConfig() {
+    return GetValueOfEnvironmentVariable(GENICAM_LOG_CONFIG_VERSION);
+}
 
 }  // namespace GENICAM_NAMESPACE

@@ -16,19 +16,23 @@ CIntegerNode::CIntegerNode(CNodeMapImpl& map, const SNodeDescription& descriptio
     : CNodeBase(map, description, arvNode, intfIInteger) {}
 
 ArvGcInteger* CIntegerNode::integer(const char* method) const {
-    if (!arvNode() || !ARV_IS_GC_INTEGER(arvNode())) raise(EError::LogicalError, method, "node has no integer value");
+    if (!arvNode() || !ARV_IS_GC_INTEGER(arvNode()))
+        raise(EError::LogicalError, method, "node has no integer value");
     return ARV_GC_INTEGER(arvNode());
 }
 
 EAccessMode CIntegerNode::naturalAccessMode() const {
     const std::string& tag = description().tag;
-    if (isRegisterKind(tag)) return registerAccessMode();
-    if (tag == "IntSwissKnife") return RO;
+    if (isRegisterKind(tag))
+        return registerAccessMode();
+    if (tag == "IntSwissKnife")
+        return RO;
     return CNodeBase::naturalAccessMode();
 }
 
 void CIntegerNode::checkAvailable(const char* method) const {
-    if (!IsAvailable(GetAccessMode())) raise(EError::Access, method, "Node is not available.");
+    if (!IsAvailable(GetAccessMode()))
+        raise(EError::Access, method, "Node is not available.");
 }
 
 void CIntegerNode::checkRange(int64_t value, const char* method) {
@@ -37,16 +41,20 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
     const int64_t increment = GetInc();
     if (value < minimum) {
         raise(EError::OutOfRange, method,
-              formatText("Value = %" PRId64 " must be equal or greater than Min = %" PRId64 ".", value, minimum));
+              formatText("Value = %" PRId64 " must be equal or greater than Min = %" PRId64 ".", value,
+                         minimum));
     }
     if (value > maximum) {
         raise(EError::OutOfRange, method,
-              formatText("Value = %" PRId64 " must be equal or smaller than Max = %" PRId64 ".", value, maximum));
+              formatText("Value = %" PRId64 " must be equal or smaller than Max = %" PRId64 ".", value,
+                         maximum));
     }
-    if (increment <= 0) raise(EError::LogicalError, method, "Increment must be larger than 0.");
+    if (increment <= 0)
+        raise(EError::LogicalError, method, "Increment must be larger than 0.");
     const std::vector<int64_t> valid = validValues();
     if (!valid.empty() && std::find(valid.begin(), valid.end(), value) == valid.end()) {
-        raise(EError::OutOfRange, method, formatText("Value = %" PRId64 " is not in the set of valid values.", value));
+        raise(EError::OutOfRange, method,
+              formatText("Value = %" PRId64 " is not in the set of valid values.", value));
     }
     if (valid.empty() && (value - minimum) % increment != 0) {
         raise(EError::OutOfRange, method,
@@ -59,7 +67,8 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
 int64_t CIntegerNode::GetValue(bool Verify, bool) {
     CMapEntry entry(map());
     checkReadable("GetValue");
-    const int64_t value = arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
+    const int64_t value =
+        arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value = %" PRId64 " is out of range.", value));
     }
@@ -68,7 +77,8 @@ int64_t CIntegerNode::GetValue(bool Verify, bool) {
 
 void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("SetValue");
+    if (Verify)
+        checkWritable("SetValue");
     checkRange(Value, "SetValue");
     arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
     changed();
@@ -82,27 +92,24 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const int64_t minimum = limitOr<int64_t>("GetMin", "Min", INT64_MIN, [&](GError** e) {
-        return arv_gc_integer_get_min(integer("GetMin"), e);
-    });
+    const int64_t minimum = limitOr<int64_t>(
+        "GetMin", "Min", INT64_MIN, [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
     return std::max(minimum, m_ImposedMin);
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const int64_t maximum = limitOr<int64_t>("GetMax", "Max", INT64_MAX, [&](GError** e) {
-        return arv_gc_integer_get_max(integer("GetMax"), e);
-    });
+    const int64_t maximum = limitOr<int64_t>(
+        "GetMax", "Max", INT64_MAX, [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
     return std::min(maximum, m_ImposedMax);
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = limitOr<int64_t>("GetInc", "Inc", 1, [&](GError** e) {
-        return arv_gc_integer_get_inc(integer("GetInc"), e);
-    });
+    const int64_t increment = limitOr<int64_t>(
+        "GetInc", "Inc", 1, [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
     return increment > 0 ? increment : 1;
 }
 
@@ -112,12 +119,15 @@ std::vector<int64_t> CIntegerNode::validValues() const {
     std::string item;
     int64_t value;
     while (std::getline(list, item, ';')) {
-        if (textToInteger(item, value)) values.push_back(value);
+        if (textToInteger(item, value))
+            values.push_back(value);
     }
     return values;
 }
 
-EIncMode CIntegerNode::GetIncMode() { return validValues().empty() ? fixedIncrement : listIncrement; }
+EIncMode CIntegerNode::GetIncMode() {
+    return validValues().empty() ? fixedIncrement : listIncrement;
+}
 
 int64_autovector_t CIntegerNode::GetListOfValidValues(bool bounded) {
     CMapEntry entry(map());
@@ -130,7 +140,8 @@ int64_autovector_t CIntegerNode::GetListOfValidValues(bool bounded) {
                      values.end());
     }
     int64_autovector_t list(values.size());
-    for (size_t i = 0; i < values.size(); ++i) list[i] = values[i];
+    for (size_t i = 0; i < values.size(); ++i)
+        list[i] = values[i];
     return list;
 }
 
@@ -144,7 +155,8 @@ ERepresentation CIntegerNode::GetRepresentation() {
 }
 
 gcstring CIntegerNode::GetUnit() {
-    if (description().has("Unit")) return description().value("Unit").c_str();
+    if (description().has("Unit"))
+        return description().value("Unit").c_str();
     IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
     return source ? source->GetUnit() : gcstring();
 }

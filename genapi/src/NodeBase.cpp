@@ -16,8 +16,9 @@ namespace GenApiEngine {
 namespace {
 
 bool isValuePointer(const std::string& property) {
-    return property == "pValue" || property == "pVariable" || property == "pIndex" || property == "pValueIndexed" ||
-           property == "pValueDefault" || property == "pAddress" || property == "pLength";
+    return property == "pValue" || property == "pVariable" || property == "pIndex" ||
+           property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
+           property == "pLength";
 }
 
 // Runs a function with a depth counter raised, so that cyclic descriptions cannot recurse forever.
@@ -32,7 +33,8 @@ private:
 };
 
 void appendUnique(NodeList_t& list, std::set<INode*>& seen, INode* node) {
-    if (node && seen.insert(node).second) list.push_back(node);
+    if (node && seen.insert(node).second)
+        list.push_back(node);
 }
 
 }  // namespace
@@ -47,7 +49,8 @@ CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, Arv
     : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {}
 
 CNodeBase::~CNodeBase() {
-    for (CNodeCallback* callback : m_Callbacks) callback->Destroy();
+    for (CNodeCallback* callback : m_Callbacks)
+        callback->Destroy();
 }
 
 ArvGcFeatureNode* CNodeBase::feature() const {
@@ -66,26 +69,32 @@ void CNodeBase::raise(EError kind, const char* method, const std::string& proble
 void CNodeBase::raise(GError* error, const char* method) const {
     const std::exception_ptr portError = takePortError(m_Map.device());
     if (portError) {
-        if (error) g_error_free(error);
+        if (error)
+            g_error_free(error);
         rethrowPortError(portError, name(), method);
     }
     raiseFromGError(error, name(), method);
 }
 
 void CNodeBase::checkReadable(const char* method) const {
-    if (!IsReadable(GetAccessMode())) raise(EError::Access, method, "Node is not readable.");
+    if (!IsReadable(GetAccessMode()))
+        raise(EError::Access, method, "Node is not readable.");
 }
 
 void CNodeBase::checkWritable(const char* method) const {
-    if (!IsWritable(GetAccessMode())) raise(EError::Access, method, "Node is not writable.");
+    if (!IsWritable(GetAccessMode()))
+        raise(EError::Access, method, "Node is not writable.");
 }
 
-void CNodeBase::changed() { m_Map.noteChanged(this); }
+void CNodeBase::changed() {
+    m_Map.noteChanged(this);
+}
 
 bool CNodeBase::evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const {
     GError* error = nullptr;
     const gboolean result = test(feature(), &error);
-    if (error) raise(error, method);
+    if (error)
+        raise(error, method);
     return result != FALSE;
 }
 
@@ -100,26 +109,31 @@ EAccessMode CNodeBase::registerAccessMode() const {
     return Combine(mode, accessOfPointer("pPort", NI));
 }
 
-EAccessMode CNodeBase::naturalAccessMode() const { return accessOfPointer("pValue", RW); }
+EAccessMode CNodeBase::naturalAccessMode() const {
+    return accessOfPointer("pValue", RW);
+}
 
 // GenApi's order: not implemented, not available, the kind's own access, locked, then the imposed modes.
 EAccessMode CNodeBase::GetAccessMode() const {
     CMapEntry entry(m_Map);
     CDepthGuard guard(m_AccessDepth);
-    if (guard.tooDeep()) return _CycleDetectAccesMode;
+    if (guard.tooDeep())
+        return _CycleDetectAccesMode;
     if (feature()) {
         if (m_Description.has("pIsImplemented") &&
             !evaluatesTrue(arv_gc_feature_node_is_implemented, "GetAccessMode")) {
             return NI;
         }
-        if (m_Description.has("pIsAvailable") && !evaluatesTrue(arv_gc_feature_node_is_available, "GetAccessMode")) {
+        if (m_Description.has("pIsAvailable") &&
+            !evaluatesTrue(arv_gc_feature_node_is_available, "GetAccessMode")) {
             return NA;
         }
     } else if (m_PrincipalType != intfIEnumEntry) {
         return NI;
     }
     EAccessMode mode = naturalAccessMode();
-    if (mode == NI || mode == NA || mode == _CycleDetectAccesMode) return mode;
+    if (mode == NI || mode == NA || mode == _CycleDetectAccesMode)
+        return mode;
     if (IsWritable(mode) && m_Description.has("pIsLocked") &&
         evaluatesTrue(arv_gc_feature_node_is_locked, "GetAccessMode")) {
         mode = (mode == RW) ? RO : NA;
@@ -132,7 +146,8 @@ EAccessMode CNodeBase::GetAccessMode() const {
 }
 
 gcstring CNodeBase::GetName(bool FullQualified) const {
-    if (!FullQualified) return name().c_str();
+    if (!FullQualified)
+        return name().c_str();
     return gcstring(GetNameSpace() == Standard ? "Std::" : "Cust::") + name().c_str();
 }
 
@@ -151,13 +166,16 @@ void CNodeBase::InvalidateNode() {
     changed();
 }
 
-bool CNodeBase::IsCachable() const { return GetCachingMode() != NoCache; }
+bool CNodeBase::IsCachable() const {
+    return GetCachingMode() != NoCache;
+}
 
 EYesNo CNodeBase::IsAccessModeCacheable() const {
     CMapEntry entry(m_Map);
     for (const char* property : {"pIsImplemented", "pIsAvailable", "pIsLocked", "pValue"}) {
         const CNodeBase* target = pointee(property);
-        if (target && (!target->IsCachable() || target->IsAccessModeCacheable() == No)) return No;
+        if (target && (!target->IsCachable() || target->IsAccessModeCacheable() == No))
+            return No;
     }
     return Yes;
 }
@@ -166,14 +184,18 @@ EYesNo CNodeBase::IsAccessModeCacheable() const {
 ECachingMode CNodeBase::GetCachingMode() const {
     CMapEntry entry(m_Map);
     ECachingMode mode = WriteThrough;
-    if (ECachingModeClass::FromString(m_Description.value("Cachable").c_str(), &mode)) return mode;
+    if (ECachingModeClass::FromString(m_Description.value("Cachable").c_str(), &mode))
+        return mode;
     CDepthGuard guard(m_AccessDepth);
-    if (guard.tooDeep()) return NoCache;
+    if (guard.tooDeep())
+        return NoCache;
     mode = WriteThrough;
     for (const SProperty& property : m_Description.properties) {
-        if (!isValuePointer(property.name)) continue;
+        if (!isValuePointer(property.name))
+            continue;
         const CNodeBase* target = m_Map.node(property.value);
-        if (target) mode = Combine(mode, target->GetCachingMode());
+        if (target)
+            mode = Combine(mode, target->GetCachingMode());
     }
     return mode;
 }
@@ -183,29 +205,39 @@ int64_t CNodeBase::GetPollingTime() const {
     return text.empty() ? -1 : std::strtoll(text.c_str(), nullptr, 0);
 }
 
-gcstring CNodeBase::GetToolTip() const { return m_Description.value("ToolTip").c_str(); }
+gcstring CNodeBase::GetToolTip() const {
+    return m_Description.value("ToolTip").c_str();
+}
 
-gcstring CNodeBase::GetDescription() const { return m_Description.value("Description").c_str(); }
+gcstring CNodeBase::GetDescription() const {
+    return m_Description.value("Description").c_str();
+}
 
 gcstring CNodeBase::GetDisplayName() const {
     const std::string& displayName = m_Description.value("DisplayName");
     return displayName.empty() ? m_Description.xmlName.c_str() : displayName.c_str();
 }
 
-gcstring CNodeBase::GetDeviceName() const { return m_Map.GetDeviceName(); }
+gcstring CNodeBase::GetDeviceName() const {
+    return m_Map.GetDeviceName();
+}
 
 void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
     CMapEntry entry(m_Map);
     Children.clear();
     std::set<INode*> seen;
     switch (LinkType) {
-        case ctParentNodes: GetParents(Children); return;
+        case ctParentNodes:
+            GetParents(Children);
+            return;
         case ctReadingChildren:
-            for (CNodeBase* child : m_Map.references(this)) appendUnique(Children, seen, child);
+            for (CNodeBase* child : m_Map.references(this))
+                appendUnique(Children, seen, child);
             return;
         case ctWritingChildren:
             appendUnique(Children, seen, pointee("pValue"));
-            if (isRegisterKind(m_Description.tag)) appendUnique(Children, seen, pointee("pPort"));
+            if (isRegisterKind(m_Description.tag))
+                appendUnique(Children, seen, pointee("pPort"));
             return;
         case ctInvalidatingChildren:
             for (const std::string& target : m_Description.values("pInvalidator")) {
@@ -214,11 +246,13 @@ void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
             return;
         case ctValueChangingChildren:
             for (const SProperty& property : m_Description.properties) {
-                if (isValuePointer(property.name)) appendUnique(Children, seen, m_Map.node(property.value));
+                if (isValuePointer(property.name))
+                    appendUnique(Children, seen, m_Map.node(property.value));
             }
             return;
         case ctDependingNodes:
-        case ctTerminalNodes: break;
+        case ctTerminalNodes:
+            break;
     }
     // The transitive walks: depending nodes upwards, terminal nodes downwards.
     const bool upwards = LinkType == ctDependingNodes;
@@ -228,10 +262,13 @@ void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
         const CNodeBase* current = work.back();
         work.pop_back();
         const std::vector<CNodeBase*>& next = upwards ? m_Map.dependents(current) : m_Map.references(current);
-        if (!upwards && next.empty() && current != this) appendUnique(Children, seen, const_cast<CNodeBase*>(current));
+        if (!upwards && next.empty() && current != this)
+            appendUnique(Children, seen, const_cast<CNodeBase*>(current));
         for (CNodeBase* node : next) {
-            if (!visited.insert(node).second) continue;
-            if (upwards) appendUnique(Children, seen, node);
+            if (!visited.insert(node).second)
+                continue;
+            if (upwards)
+                appendUnique(Children, seen, node);
             work.push_back(node);
         }
     }
@@ -241,7 +278,8 @@ void CNodeBase::GetParents(NodeList_t& Parents) const {
     CMapEntry entry(m_Map);
     Parents.clear();
     std::set<INode*> seen;
-    for (CNodeBase* parent : m_Map.dependents(this)) appendUnique(Parents, seen, parent);
+    for (CNodeBase* parent : m_Map.dependents(this))
+        appendUnique(Parents, seen, parent);
 }
 
 CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {
@@ -252,8 +290,10 @@ CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {
 
 bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
     CMapEntry entry(m_Map);
-    const auto found = std::find(m_Callbacks.begin(), m_Callbacks.end(), reinterpret_cast<CNodeCallback*>(hCallback));
-    if (found == m_Callbacks.end()) return false;
+    const auto found =
+        std::find(m_Callbacks.begin(), m_Callbacks.end(), reinterpret_cast<CNodeCallback*>(hCallback));
+    if (found == m_Callbacks.end())
+        return false;
     CNodeCallback* callback = *found;
     m_Callbacks.erase(found);
     callback->Destroy();
@@ -264,7 +304,8 @@ bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
 void CNodeBase::fireCallbacks(ECallbackType type) {
     const std::vector<CNodeCallback*> snapshot = m_Callbacks;
     for (CNodeCallback* callback : snapshot) {
-        if (std::find(m_Callbacks.begin(), m_Callbacks.end(), callback) == m_Callbacks.end()) continue;
+        if (std::find(m_Callbacks.begin(), m_Callbacks.end(), callback) == m_Callbacks.end())
+            continue;
         try {
             (*callback)(type);
         } catch (...) {
@@ -273,18 +314,25 @@ void CNodeBase::fireCallbacks(ECallbackType type) {
     }
 }
 
-INodeMap* CNodeBase::GetNodeMap() const { return &m_Map; }
+INodeMap* CNodeBase::GetNodeMap() const {
+    return &m_Map;
+}
 
-gcstring CNodeBase::GetEventID() const { return m_Description.value("EventID").c_str(); }
+gcstring CNodeBase::GetEventID() const {
+    return m_Description.value("EventID").c_str();
+}
 
-bool CNodeBase::IsStreamable() const { return m_Description.value("Streamable") == "Yes"; }
+bool CNodeBase::IsStreamable() const {
+    return m_Description.value("Streamable") == "Yes";
+}
 
 void CNodeBase::GetPropertyNames(gcstring_vector& PropertyNames) const {
     PropertyNames.clear();
     PropertyNames.push_back("Name");
     PropertyNames.push_back("NameSpace");
     for (const SProperty& property : m_Description.properties) {
-        if (!PropertyNames.contains(property.name.c_str())) PropertyNames.push_back(property.name.c_str());
+        if (!PropertyNames.contains(property.name.c_str()))
+            PropertyNames.push_back(property.name.c_str());
     }
 }
 
@@ -302,7 +350,8 @@ bool CNodeBase::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gc
     }
     bool found = false;
     for (const SProperty& property : m_Description.properties) {
-        if (PropertyName != property.name.c_str()) continue;
+        if (PropertyName != property.name.c_str())
+            continue;
         if (found) {
             ValueStr += "\t";
             AttributeStr += "\t";
@@ -326,24 +375,39 @@ void CNodeBase::ImposeVisibility(EVisibility ImposedVisibility) {
     changed();
 }
 
-INode* CNodeBase::GetAlias() const { return pointee("pAlias"); }
+INode* CNodeBase::GetAlias() const {
+    return pointee("pAlias");
+}
 
-INode* CNodeBase::GetCastAlias() const { return pointee("pCastAlias"); }
+INode* CNodeBase::GetCastAlias() const {
+    return pointee("pCastAlias");
+}
 
-gcstring CNodeBase::GetDocuURL() const { return m_Description.value("DocuURL").c_str(); }
+gcstring CNodeBase::GetDocuURL() const {
+    return m_Description.value("DocuURL").c_str();
+}
 
-bool CNodeBase::IsDeprecated() const { return m_Description.value("IsDeprecated") == "Yes"; }
+bool CNodeBase::IsDeprecated() const {
+    return m_Description.value("IsDeprecated") == "Yes";
+}
 
-EInterfaceType CNodeBase::GetPrincipalInterfaceType() const { return m_PrincipalType; }
+EInterfaceType CNodeBase::GetPrincipalInterfaceType() const {
+    return m_PrincipalType;
+}
 
-bool CNodeBase::IsFeature() const { return m_IsFeature; }
+bool CNodeBase::IsFeature() const {
+    return m_IsFeature;
+}
 
-bool CNodeBase::IsSelector() const { return m_Description.has("pSelected"); }
+bool CNodeBase::IsSelector() const {
+    return m_Description.has("pSelected");
+}
 
 void CNodeBase::GetSelectedFeatures(FeatureList_t& Features) const {
     Features.clear();
     for (const std::string& target : m_Description.values("pSelected")) {
-        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(target))) Features.push_back(value);
+        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(target)))
+            Features.push_back(value);
     }
 }
 
@@ -351,8 +415,10 @@ void CNodeBase::GetSelectingFeatures(FeatureList_t& Features) const {
     Features.clear();
     for (const SNodeDescription& other : m_Map.index().nodes()) {
         const std::vector<std::string> selected = other.values("pSelected");
-        if (std::find(selected.begin(), selected.end(), name()) == selected.end()) continue;
-        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(other.name))) Features.push_back(value);
+        if (std::find(selected.begin(), selected.end(), name()) == selected.end())
+            continue;
+        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(other.name)))
+            Features.push_back(value);
     }
 }
 

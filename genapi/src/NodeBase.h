@@ -41,7 +41,8 @@ public:
     GenICam::gcstring GetDescription() const override;
     GenICam::gcstring GetDisplayName() const override;
     GenICam::gcstring GetDeviceName() const override;
-    void GetChildren(GenApi::NodeList_t& Children, GenApi::ELinkType LinkType = GenApi::ctReadingChildren) const override;
+    void GetChildren(GenApi::NodeList_t& Children,
+                     GenApi::ELinkType LinkType = GenApi::ctReadingChildren) const override;
     void GetParents(GenApi::NodeList_t& Parents) const override;
     GenApi::CallbackHandleType RegisterCallback(GenApi::CNodeCallback* pCallback) override;
     bool DeregisterCallback(GenApi::CallbackHandleType hCallback) override;
@@ -93,7 +94,8 @@ protected:
     T limitOr(const char* method, const char* property, T fallback, Call call) const {
         GError* error = nullptr;
         const T result = call(&error);
-        if (!error) return result;
+        if (!error)
+            return result;
         const bool described = m_Description.has(property) || m_Description.has(std::string("p") + property);
         if (!described && error->domain == ARV_GC_ERROR) {
             g_error_free(error);
@@ -108,10 +110,12 @@ protected:
         GError* error = nullptr;
         if constexpr (std::is_void_v<decltype(call(&error))>) {
             call(&error);
-            if (error) raise(error, method);
+            if (error)
+                raise(error, method);
         } else {
             auto result = call(&error);
-            if (error) raise(error, method);
+            if (error)
+                raise(error, method);
             return result;
         }
     }

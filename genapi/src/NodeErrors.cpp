@@ -8,7 +8,8 @@ namespace GenApiEngine {
 namespace {
 
 std::string describe(const std::string& node, const std::string& problem) {
-    if (problem.compare(0, 6, "Node '") == 0) return problem;
+    if (problem.compare(0, 6, "Node '") == 0)
+        return problem;
     return "Node '" + node + "' : " + problem;
 }
 
@@ -21,31 +22,40 @@ template <typename E>
 
 EError kindOfGcError(int code) {
     switch (code) {
-        case ARV_GC_ERROR_OUT_OF_RANGE: return EError::OutOfRange;
+        case ARV_GC_ERROR_OUT_OF_RANGE:
+            return EError::OutOfRange;
         case ARV_GC_ERROR_ENUM_ENTRY_NOT_FOUND:
         case ARV_GC_ERROR_INVALID_LENGTH:
-        case ARV_GC_ERROR_SET_FROM_STRING_UNDEFINED: return EError::InvalidArgument;
+        case ARV_GC_ERROR_SET_FROM_STRING_UNDEFINED:
+            return EError::InvalidArgument;
         case ARV_GC_ERROR_READ_ONLY:
         case ARV_GC_ERROR_NO_DEVICE_SET:
-        case ARV_GC_ERROR_EMPTY_ENUMERATION: return EError::Access;
+        case ARV_GC_ERROR_EMPTY_ENUMERATION:
+            return EError::Access;
         case ARV_GC_ERROR_PROPERTY_NOT_DEFINED:
         case ARV_GC_ERROR_PVALUE_NOT_DEFINED:
         case ARV_GC_ERROR_INVALID_PVALUE:
-        case ARV_GC_ERROR_NODE_NOT_FOUND: return EError::Property;
-        default: return EError::Runtime;
+        case ARV_GC_ERROR_NODE_NOT_FOUND:
+            return EError::Property;
+        default:
+            return EError::Runtime;
     }
 }
 
 EError kindOfDeviceError(int code) {
     switch (code) {
-        case ARV_DEVICE_ERROR_TIMEOUT: return EError::Timeout;
+        case ARV_DEVICE_ERROR_TIMEOUT:
+            return EError::Timeout;
         case ARV_DEVICE_ERROR_NOT_CONNECTED:
         case ARV_DEVICE_ERROR_NOT_CONTROLLER:
         case ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT:
-        case ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED: return EError::Access;
+        case ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED:
+            return EError::Access;
         case ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER:
-        case ARV_DEVICE_ERROR_INVALID_PARAMETER: return EError::InvalidArgument;
-        default: return EError::Runtime;
+        case ARV_DEVICE_ERROR_INVALID_PARAMETER:
+            return EError::InvalidArgument;
+        default:
+            return EError::Runtime;
     }
 }
 
@@ -63,15 +73,22 @@ std::string formatText(const char* format, ...) {
 void raiseNodeError(EError kind, const std::string& node, const char* method, const std::string& problem) {
     using namespace GENICAM_NAMESPACE;
     switch (kind) {
-        case EError::Access: raiseAs<AccessException>("AccessException", node, method, problem);
-        case EError::OutOfRange: raiseAs<OutOfRangeException>("OutOfRangeException", node, method, problem);
+        case EError::Access:
+            raiseAs<AccessException>("AccessException", node, method, problem);
+        case EError::OutOfRange:
+            raiseAs<OutOfRangeException>("OutOfRangeException", node, method, problem);
         case EError::InvalidArgument:
             raiseAs<InvalidArgumentException>("InvalidArgumentException", node, method, problem);
-        case EError::LogicalError: raiseAs<LogicalErrorException>("LogicalErrorException", node, method, problem);
-        case EError::Timeout: raiseAs<TimeoutException>("TimeoutException", node, method, problem);
-        case EError::Property: raiseAs<PropertyException>("PropertyException", node, method, problem);
-        case EError::BadAlloc: raiseAs<BadAllocException>("BadAllocException", node, method, problem);
-        case EError::Runtime: break;
+        case EError::LogicalError:
+            raiseAs<LogicalErrorException>("LogicalErrorException", node, method, problem);
+        case EError::Timeout:
+            raiseAs<TimeoutException>("TimeoutException", node, method, problem);
+        case EError::Property:
+            raiseAs<PropertyException>("PropertyException", node, method, problem);
+        case EError::BadAlloc:
+            raiseAs<BadAllocException>("BadAllocException", node, method, problem);
+        case EError::Runtime:
+            break;
     }
     raiseAs<RuntimeException>("RuntimeException", node, method, problem);
 }
@@ -81,8 +98,10 @@ void raiseFromGError(GError* error, const std::string& node, const char* method)
     std::string problem = "unknown failure";
     if (error) {
         problem = error->message ? error->message : problem;
-        if (error->domain == ARV_GC_ERROR) kind = kindOfGcError(error->code);
-        if (error->domain == ARV_DEVICE_ERROR) kind = kindOfDeviceError(error->code);
+        if (error->domain == ARV_GC_ERROR)
+            kind = kindOfGcError(error->code);
+        if (error->domain == ARV_DEVICE_ERROR)
+            kind = kindOfDeviceError(error->code);
         g_error_free(error);
     }
     raiseNodeError(kind, node, method, problem);

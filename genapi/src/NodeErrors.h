@@ -14,13 +14,15 @@ namespace GenApiEngine {
 enum class EError { Access, OutOfRange, InvalidArgument, LogicalError, Runtime, Timeout, Property, BadAlloc };
 
 // Throws the exception of the given kind; the description is "Node '<node>' : <problem>".
-[[noreturn]] void raiseNodeError(EError kind, const std::string& node, const char* method, const std::string& problem);
+[[noreturn]] void raiseNodeError(EError kind, const std::string& node, const char* method,
+                                 const std::string& problem);
 
 // Throws the GenICam exception that matches an Aravis error raised while serving a node.
 [[noreturn]] void raiseFromGError(GError* error, const std::string& node, const char* method);
 
 // Rethrows an exception a user port raised, with the node named in its description and its type kept.
-[[noreturn]] void rethrowPortError(const std::exception_ptr& error, const std::string& node, const char* method);
+[[noreturn]] void rethrowPortError(const std::exception_ptr& error, const std::string& node,
+                                   const char* method);
 
 // printf-style formatting into a std::string.
 std::string formatText(const char* format, ...) __attribute__((format(printf, 1, 2)));

@@ -24,7 +24,8 @@ std::string readFile(const gcstring& fileName) {
     gcstring path = fileName;
     GENICAM_NAMESPACE::ReplaceEnvironmentVariables(path);
     std::ifstream file(path.c_str(), std::ios::binary);
-    if (!file) throw RUNTIME_EXCEPTION("Cannot open the camera description file '%s'", path.c_str());
+    if (!file)
+        throw RUNTIME_EXCEPTION("Cannot open the camera description file '%s'", path.c_str());
     std::ostringstream content;
     content << file.rdbuf();
     return content.str();
@@ -33,24 +34,29 @@ std::string readFile(const gcstring& fileName) {
 // The first XML file inside a ZIP archive.
 std::string unzip(const void* data, size_t size) {
     ArvZip* zip = arv_zip_new(data, size);
-    if (!zip) throw RUNTIME_EXCEPTION("The camera description archive cannot be read");
+    if (!zip)
+        throw RUNTIME_EXCEPTION("The camera description archive cannot be read");
     std::string xml;
     for (const GSList* item = arv_zip_get_file_list(zip); item && xml.empty(); item = item->next) {
         const char* name = arv_zip_file_get_name(static_cast<ArvZipFile*>(item->data));
         const std::string entry = name ? name : "";
-        if (entry.size() < 4 || entry.compare(entry.size() - 4, 4, ".xml") != 0) continue;
+        if (entry.size() < 4 || entry.compare(entry.size() - 4, 4, ".xml") != 0)
+            continue;
         size_t length = 0;
         void* content = arv_zip_get_file(zip, name, &length);
-        if (content) xml.assign(static_cast<const char*>(content), length);
+        if (content)
+            xml.assign(static_cast<const char*>(content), length);
         g_free(content);
     }
     arv_zip_free(zip);
-    if (xml.empty()) throw RUNTIME_EXCEPTION("The camera description archive holds no XML file");
+    if (xml.empty())
+        throw RUNTIME_EXCEPTION("The camera description archive holds no XML file");
     return xml;
 }
 
 std::string decode(EContentType_t ContentType, const void* pData, size_t DataSize) {
-    if (ContentType == ContentType_ZippedXml) return unzip(pData, DataSize);
+    if (ContentType == ContentType_ZippedXml)
+        return unzip(pData, DataSize);
     return std::string(static_cast<const char*>(pData), DataSize);
 }
 
@@ -60,20 +66,24 @@ CNodeMapFactory::CNodeMapFactory() : m_pData(std::make_shared<CNodeMapFactoryDat
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const gcstring& FileName, ECacheUsage_t, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
-    if (FileName.empty()) throw INVALID_ARGUMENT_EXCEPTION("The camera description file name is empty");
+    if (FileName.empty())
+        throw INVALID_ARGUMENT_EXCEPTION("The camera description file name is empty");
     const std::string content = readFile(FileName);
     m_pData->xml = decode(ContentType, content.data(), content.size());
 }
 
-CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const void* pData, size_t DataSize, ECacheUsage_t, bool)
+CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const void* pData, size_t DataSize,
+                                 ECacheUsage_t, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
-    if (!pData || DataSize == 0) throw INVALID_ARGUMENT_EXCEPTION("The camera description data is empty");
+    if (!pData || DataSize == 0)
+        throw INVALID_ARGUMENT_EXCEPTION("The camera description data is empty");
     m_pData->xml = decode(ContentType, pData, DataSize);
 }
 
 CNodeMapFactory::CNodeMapFactory(const gcstring& XmlData, ECacheUsage_t, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
-    if (XmlData.empty()) throw INVALID_ARGUMENT_EXCEPTION("The camera description text is empty");
+    if (XmlData.empty())
+        throw INVALID_ARGUMENT_EXCEPTION("The camera description text is empty");
     m_pData->xml.assign(XmlData.c_str(), XmlData.size());
 }
 
@@ -86,20 +96,25 @@ CNodeMapFactory& CNodeMapFactory::operator=(const CNodeMapFactory& other) {
 
 CNodeMapFactory::~CNodeMapFactory() {}
 
-INodeMap* CNodeMapFactory::CreateNodeMap(const gcstring& DeviceName, bool DoReleaseCameraDescriptionFileData) {
+INodeMap* CNodeMapFactory::CreateNodeMap(const gcstring& DeviceName,
+                                         bool DoReleaseCameraDescriptionFileData) {
     LoadAndInject();
-    if (m_pData->xml.empty()) throw RUNTIME_EXCEPTION("The factory holds no camera description");
+    if (m_pData->xml.empty())
+        throw RUNTIME_EXCEPTION("The factory holds no camera description");
     INodeMap* map = GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, nullptr);
-    if (DoReleaseCameraDescriptionFileData) ReleaseCameraDescriptionFileData();
+    if (DoReleaseCameraDescriptionFileData)
+        ReleaseCameraDescriptionFileData();
     return map;
 }
 
 INodeMap* CNodeMapFactory::CreateNodeMap(CLock& UserProvidedLock, const gcstring& DeviceName,
                                          bool DoReleaseCameraDescriptionFileData) {
     LoadAndInject();
-    if (m_pData->xml.empty()) throw RUNTIME_EXCEPTION("The factory holds no camera description");
+    if (m_pData->xml.empty())
+        throw RUNTIME_EXCEPTION("The factory holds no camera description");
     INodeMap* map = GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, &UserProvidedLock);
-    if (DoReleaseCameraDescriptionFileData) ReleaseCameraDescriptionFileData();
+    if (DoReleaseCameraDescriptionFileData)
+        ReleaseCameraDescriptionFileData();
     return map;
 }
 
@@ -110,7 +125,9 @@ INodeMap* CNodeMapFactory::CreateEmptyNodeMap() {
         "Device", nullptr);
 }
 
-bool CNodeMapFactory::ClearCache() { return true; }
+bool CNodeMapFactory::ClearCache() {
+    return true;
+}
 
 void CNodeMapFactory::AddInjectionData(CNodeMapFactory& injectionData) {
     injectionData.LoadAndInject();
@@ -119,7 +136,8 @@ void CNodeMapFactory::AddInjectionData(CNodeMapFactory& injectionData) {
 
 CNodeMapFactory CNodeMapFactory::ExtractSubtree(const gcstring& RootNodeName, bool doRenameToRoot) {
     LoadAndInject();
-    const std::string subtree = GenApiEngine::extractSubtree(m_pData->xml, RootNodeName.c_str(), doRenameToRoot);
+    const std::string subtree =
+        GenApiEngine::extractSubtree(m_pData->xml, RootNodeName.c_str(), doRenameToRoot);
     return CNodeMapFactory(gcstring(subtree.c_str(), subtree.size()));
 }
 
@@ -129,7 +147,9 @@ void CNodeMapFactory::GetSupportedSchemaVersions(GENICAM_NAMESPACE::gcstring_vec
     SchemaVersions.push_back("1.1");
 }
 
-bool CNodeMapFactory::IsEmpty() const { return m_pData->xml.empty(); }
+bool CNodeMapFactory::IsEmpty() const {
+    return m_pData->xml.empty();
+}
 
 void CNodeMapFactory::LoadAndInject() {
     for (const std::string& injected : m_pData->injections) {
@@ -138,21 +158,33 @@ void CNodeMapFactory::LoadAndInject() {
     m_pData->injections.clear();
 }
 
-bool CNodeMapFactory::IsLoaded() const { return !m_pData->xml.empty() && m_pData->injections.empty(); }
+bool CNodeMapFactory::IsLoaded() const {
+    return !m_pData->xml.empty() && m_pData->injections.empty();
+}
 
-void CNodeMapFactory::Preprocess() { LoadAndInject(); }
+void CNodeMapFactory::Preprocess() {
+    LoadAndInject();
+}
 
-bool CNodeMapFactory::IsPreprocessed() const { return IsLoaded(); }
+bool CNodeMapFactory::IsPreprocessed() const {
+    return IsLoaded();
+}
 
-void CNodeMapFactory::ReleaseCameraDescriptionFileData() { m_pData->released = true; }
+void CNodeMapFactory::ReleaseCameraDescriptionFileData() {
+    m_pData->released = true;
+}
 
-bool CNodeMapFactory::IsCameraDescriptionFileDataReleased() const { return m_pData->released; }
+bool CNodeMapFactory::IsCameraDescriptionFileDataReleased() const {
+    return m_pData->released;
+}
 
 gcstring CNodeMapFactory::ToString() {
     LoadAndInject();
     return gcstring(m_pData->xml.c_str(), m_pData->xml.size());
 }
 
-void CNodeMapFactory::ToXml(gcstring& XmlData) { XmlData = ToString(); }
+void CNodeMapFactory::ToXml(gcstring& XmlData) {
+    XmlData = ToString();
+}
 
 }  // namespace GENAPI_NAMESPACE

@@ -27,21 +27,33 @@ const std::vector<CNodeBase*> noNodes;
 
 std::unique_ptr<CNodeBase> makeNode(CNodeMapImpl& map, const SNodeDescription& d, ArvGcNode* n) {
     const std::string& t = d.tag;
-    if (t == "Integer" || t == "IntSwissKnife" || t == "IntConverter") return std::make_unique<CIntegerNode>(map, d, n);
+    if (t == "Integer" || t == "IntSwissKnife" || t == "IntConverter")
+        return std::make_unique<CIntegerNode>(map, d, n);
     if (t == "IntReg" || t == "MaskedIntReg" || t == "StructEntry") {
         return std::make_unique<CRegisterNodeT<CIntegerNode>>(map, d, n);
     }
-    if (t == "Float" || t == "SwissKnife" || t == "Converter") return std::make_unique<CFloatNode>(map, d, n);
-    if (t == "FloatReg") return std::make_unique<CRegisterNodeT<CFloatNode>>(map, d, n);
-    if (t == "String") return std::make_unique<CStringNode>(map, d, n);
-    if (t == "StringReg") return std::make_unique<CRegisterNodeT<CStringNode>>(map, d, n);
-    if (t == "Register") return std::make_unique<CRegisterNode>(map, d, n);
-    if (t == "Boolean") return std::make_unique<CBooleanNode>(map, d, n);
-    if (t == "Command") return std::make_unique<CCommandNode>(map, d, n);
-    if (t == "Enumeration") return std::make_unique<CEnumerationNode>(map, d, n);
-    if (t == "EnumEntry") return std::make_unique<CEnumEntryNode>(map, d, n);
-    if (t == "Category") return std::make_unique<CCategoryNode>(map, d, n);
-    if (t == "Port") return std::make_unique<CPortNode>(map, d, n);
+    if (t == "Float" || t == "SwissKnife" || t == "Converter")
+        return std::make_unique<CFloatNode>(map, d, n);
+    if (t == "FloatReg")
+        return std::make_unique<CRegisterNodeT<CFloatNode>>(map, d, n);
+    if (t == "String")
+        return std::make_unique<CStringNode>(map, d, n);
+    if (t == "StringReg")
+        return std::make_unique<CRegisterNodeT<CStringNode>>(map, d, n);
+    if (t == "Register")
+        return std::make_unique<CRegisterNode>(map, d, n);
+    if (t == "Boolean")
+        return std::make_unique<CBooleanNode>(map, d, n);
+    if (t == "Command")
+        return std::make_unique<CCommandNode>(map, d, n);
+    if (t == "Enumeration")
+        return std::make_unique<CEnumerationNode>(map, d, n);
+    if (t == "EnumEntry")
+        return std::make_unique<CEnumEntryNode>(map, d, n);
+    if (t == "Category")
+        return std::make_unique<CCategoryNode>(map, d, n);
+    if (t == "Port")
+        return std::make_unique<CPortNode>(map, d, n);
     return std::make_unique<CNodeBase>(map, d, n, intfIBase);
 }
 
@@ -52,16 +64,20 @@ bool isStructuralPointer(const std::string& property) {
 
 void addUnique(std::vector<CNodeBase*>& list, CNodeBase* node) {
     for (CNodeBase* present : list) {
-        if (present == node) return;
+        if (present == node)
+            return;
     }
     list.push_back(node);
 }
 
-uint16_t versionPart(const std::string& text) { return static_cast<uint16_t>(std::strtoul(text.c_str(), nullptr, 10)); }
+uint16_t versionPart(const std::string& text) {
+    return static_cast<uint16_t>(std::strtoul(text.c_str(), nullptr, 10));
+}
 
 }  // namespace
 
-CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName, CLock* userLock) {
+CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName,
+                                          CLock* userLock) {
     CXmlIndex probe(xml);  // fails early, with a GenICam exception, on text that is not XML
     ArvDevice* device = createPortDevice();
     ArvGc* genicam = arv_gc_new(device, xml.data(), xml.size());
@@ -76,7 +92,8 @@ CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& d
     size_t size = 0;
     const char* xml = arv_device_get_genicam_xml(device, &size);
     ArvGc* genicam = arv_device_get_genicam(device);
-    if (!xml || !genicam) throw RUNTIME_EXCEPTION("The device has no camera description");
+    if (!xml || !genicam)
+        throw RUNTIME_EXCEPTION("The device has no camera description");
     g_object_ref(device);
     return new CNodeMapImpl(device, genicam, false, std::string(xml, size), deviceName, nullptr);
 }
@@ -95,11 +112,14 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
 
 CNodeMapImpl::~CNodeMapImpl() {
     m_Nodes.clear();
-    if (m_OwnsDevice) g_object_unref(m_Genicam);
+    if (m_OwnsDevice)
+        g_object_unref(m_Genicam);
     g_object_unref(m_Device);
 }
 
-void CNodeMapImpl::Destroy() { delete this; }
+void CNodeMapImpl::Destroy() {
+    delete this;
+}
 
 // Enumeration entries are looked up through their enumeration, since entry names repeat across enumerations.
 void CNodeMapImpl::createNodes() {
@@ -111,7 +131,8 @@ void CNodeMapImpl::createNodes() {
                 for (const GSList* item = arv_gc_enumeration_get_entries(ARV_GC_ENUMERATION(owner)); item;
                      item = item->next) {
                     ArvGcFeatureNode* entry = ARV_GC_FEATURE_NODE(item->data);
-                    if (description.xmlName == arv_gc_feature_node_get_name(entry)) arvNode = ARV_GC_NODE(entry);
+                    if (description.xmlName == arv_gc_feature_node_get_name(entry))
+                        arvNode = ARV_GC_NODE(entry);
                 }
             }
         } else {
@@ -119,7 +140,8 @@ void CNodeMapImpl::createNodes() {
         }
         std::unique_ptr<CNodeBase> node = makeNode(*this, description, arvNode);
         m_ByName.emplace(description.name, node.get());
-        if (node->GetPollingTime() > 0) m_PollElapsed[node.get()] = 0;
+        if (node->GetPollingTime() > 0)
+            m_PollElapsed[node.get()] = 0;
         m_Nodes.push_back(std::move(node));
     }
 }
@@ -137,9 +159,11 @@ void CNodeMapImpl::linkNodes() {
         CNodeBase* node = owner.get();
         const SNodeDescription& description = node->description();
         for (const SProperty& property : description.properties) {
-            if (property.name.size() < 2 || property.name[0] != 'p' || isStructuralPointer(property.name)) continue;
+            if (property.name.size() < 2 || property.name[0] != 'p' || isStructuralPointer(property.name))
+                continue;
             CNodeBase* target = this->node(property.value);
-            if (!target || target == node) continue;
+            if (!target || target == node)
+                continue;
             if (property.name == "pSelected") {
                 addUnique(m_Dependents[node], target);
             } else if (property.name == "pInvalidator") {
@@ -149,22 +173,26 @@ void CNodeMapImpl::linkNodes() {
             }
         }
         for (const std::string& entryName : description.entries) {
-            if (CNodeBase* entry = this->node(entryName)) link(node, entry);
+            if (CNodeBase* entry = this->node(entryName))
+                link(node, entry);
         }
         if (isRegisterKind(description.tag) && description.has("Address") && !description.has("pAddress") &&
             !description.has("pIndex")) {
-            registersByAddress[description.value("pPort") + "|" + description.value("Address")].push_back(node);
+            registersByAddress[description.value("pPort") + "|" + description.value("Address")].push_back(
+                node);
         }
     }
     for (auto& group : registersByAddress) {
         for (CNodeBase* a : group.second) {
             for (CNodeBase* b : group.second) {
-                if (a != b) addUnique(m_Dependents[a], b);
+                if (a != b)
+                    addUnique(m_Dependents[a], b);
             }
         }
     }
     std::vector<CNodeBase*> work;
-    if (CNodeBase* root = node("Root")) work.push_back(root);
+    if (CNodeBase* root = node("Root"))
+        work.push_back(root);
     std::set<CNodeBase*> seen(work.begin(), work.end());
     while (!work.empty()) {
         CNodeBase* category = work.back();
@@ -172,7 +200,8 @@ void CNodeMapImpl::linkNodes() {
         category->setIsFeature();
         for (const std::string& featureName : category->description().values("pFeature")) {
             CNodeBase* feature = node(featureName);
-            if (feature && seen.insert(feature).second) work.push_back(feature);
+            if (feature && seen.insert(feature).second)
+                work.push_back(feature);
         }
     }
 }
@@ -214,7 +243,8 @@ void CNodeMapImpl::leave() const {
     outside.swap(m_FiredInside);
     --m_Depth;
     m_Lock->Unlock();
-    for (CNodeBase* node : outside) node->fireCallbacks(cbPostOutsideLock);
+    for (CNodeBase* node : outside)
+        node->fireCallbacks(cbPostOutsideLock);
 }
 
 void CNodeMapImpl::fireInsideLock() const {
@@ -229,16 +259,20 @@ void CNodeMapImpl::fireInsideLock() const {
     }
     m_Pending.clear();
     m_PendingSet.clear();
-    if (m_SuppressMode == csmOnce) const_cast<CNodeMapImpl*>(this)->m_SuppressMode = csmOff;
+    if (m_SuppressMode == csmOnce)
+        const_cast<CNodeMapImpl*>(this)->m_SuppressMode = csmOff;
 }
 
 // The changed node, what its value is written to, and everything that depends on either.
 void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const {
     std::vector<CNodeBase*> work{node};
     for (CNodeBase* target = node; target;) {
-        target = target->description().has("pValue") ? this->node(target->description().value("pValue")) : nullptr;
-        if (target && std::find(work.begin(), work.end(), target) != work.end()) break;
-        if (target) work.push_back(target);
+        target =
+            target->description().has("pValue") ? this->node(target->description().value("pValue")) : nullptr;
+        if (target && std::find(work.begin(), work.end(), target) != work.end())
+            break;
+        if (target)
+            work.push_back(target);
     }
     std::set<CNodeBase*> seen(work.begin(), work.end());
     while (!work.empty()) {
@@ -246,39 +280,46 @@ void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& chan
         work.pop_back();
         changed.push_back(current);
         for (CNodeBase* dependent : dependents(current)) {
-            if (seen.insert(dependent).second) work.push_back(dependent);
+            if (seen.insert(dependent).second)
+                work.push_back(dependent);
         }
     }
 }
 
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {
-    if (m_SuppressMode != csmOff) return;
+    if (m_SuppressMode != csmOff)
+        return;
     std::vector<CNodeBase*> changed;
     collectChanged(node, changed);
     for (CNodeBase* candidate : changed) {
-        if (m_PendingSet.insert(candidate).second) m_Pending.push_back(candidate);
+        if (m_PendingSet.insert(candidate).second)
+            m_Pending.push_back(candidate);
     }
 }
 
 void CNodeMapImpl::GetNodes(NodeList_t& Nodes) const {
     CMapEntry entry(*this);
     Nodes.clear();
-    for (const std::unique_ptr<CNodeBase>& node : m_Nodes) Nodes.push_back(node.get());
+    for (const std::unique_ptr<CNodeBase>& node : m_Nodes)
+        Nodes.push_back(node.get());
 }
 
 INode* CNodeMapImpl::GetNode(const gcstring& Name) const {
     std::string name = Name.c_str();
     for (const char* prefix : {"Std::", "Cust::"}) {
-        if (name.compare(0, std::string(prefix).size(), prefix) == 0) name = name.substr(std::string(prefix).size());
+        if (name.compare(0, std::string(prefix).size(), prefix) == 0)
+            name = name.substr(std::string(prefix).size());
     }
     return node(name);
 }
 
 void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
-    if (m_SuppressMode != csmOff) return;
+    if (m_SuppressMode != csmOff)
+        return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {
-        if (m_PendingSet.insert(node.get()).second) m_Pending.push_back(node.get());
+        if (m_PendingSet.insert(node.get()).second)
+            m_Pending.push_back(node.get());
     }
 }
 
@@ -286,9 +327,11 @@ void CNodeMapImpl::InvalidateNodes() const {
 bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
     CMapEntry entry(*this);
     CNodeBase* target = node(PortName.c_str());
-    if (!pPort || !target || target->description().tag != "Port" || !m_OwnsDevice) return false;
+    if (!pPort || !target || target->description().tag != "Port" || !m_OwnsDevice)
+        return false;
     m_UserPorts[PortName.c_str()] = pPort;
-    if (m_UserPorts.size() == 1 || PortName == "Device") setDevicePort(m_Device, pPort);
+    if (m_UserPorts.size() == 1 || PortName == "Device")
+        setDevicePort(m_Device, pPort);
     if (IPortConstruct* construct = dynamic_cast<IPortConstruct*>(pPort)) {
         construct->SetPortImpl(dynamic_cast<IPort*>(target));
     }
@@ -297,11 +340,14 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
 }
 
 bool CNodeMapImpl::Connect(IPort* pPort) const {
-    if (node("Device")) return Connect(pPort, "Device");
+    if (node("Device"))
+        return Connect(pPort, "Device");
     const CNodeBase* only = nullptr;
     for (const std::unique_ptr<CNodeBase>& candidate : m_Nodes) {
-        if (candidate->description().tag != "Port") continue;
-        if (only) return false;
+        if (candidate->description().tag != "Port")
+            continue;
+        if (only)
+            return false;
         only = candidate.get();
     }
     return only && Connect(pPort, only->name().c_str());
@@ -311,9 +357,13 @@ bool CNodeMapImpl::Connect(IPortStacked* pPort, const gcstring& PortName) {
     return Connect(static_cast<IPort*>(pPort), PortName);
 }
 
-bool CNodeMapImpl::Connect(IPortStacked* pPort) { return Connect(static_cast<IPort*>(pPort)); }
+bool CNodeMapImpl::Connect(IPortStacked* pPort) {
+    return Connect(static_cast<IPort*>(pPort));
+}
 
-gcstring CNodeMapImpl::GetDeviceName() { return m_DeviceName; }
+gcstring CNodeMapImpl::GetDeviceName() {
+    return m_DeviceName;
+}
 
 void CNodeMapImpl::Poll(int64_t ElapsedTime) {
     CMapEntry entry(*this);
@@ -326,41 +376,67 @@ void CNodeMapImpl::Poll(int64_t ElapsedTime) {
     }
 }
 
-CLock& CNodeMapImpl::GetLock() const { return *m_Lock; }
+CLock& CNodeMapImpl::GetLock() const {
+    return *m_Lock;
+}
 
-uint64_t CNodeMapImpl::GetNumNodes() const { return m_Nodes.size(); }
+uint64_t CNodeMapImpl::GetNumNodes() const {
+    return m_Nodes.size();
+}
 
-bool CNodeMapImpl::ParseSwissKnifes(gcstring_vector*) const { return true; }
+bool CNodeMapImpl::ParseSwissKnifes(gcstring_vector*) const {
+    return true;
+}
 
-CNodeWriteConcatenator* CNodeMapImpl::NewNodeWriteConcatenator() const { return new CNodeWriteConcatenatorImpl(); }
+CNodeWriteConcatenator* CNodeMapImpl::NewNodeWriteConcatenator() const {
+    return new CNodeWriteConcatenatorImpl();
+}
 
-bool CNodeMapImpl::ConcatenatedWrite(CNodeWriteConcatenator* pConcatenatedWrite, bool, gcstring_vector* pErrorList) {
+bool CNodeMapImpl::ConcatenatedWrite(CNodeWriteConcatenator* pConcatenatedWrite, bool,
+                                     gcstring_vector* pErrorList) {
     CNodeWriteConcatenatorImpl* writes = dynamic_cast<CNodeWriteConcatenatorImpl*>(pConcatenatedWrite);
-    if (!writes) return false;
+    if (!writes)
+        return false;
     CMapEntry entry(*this);
     bool succeeded = true;
     for (const auto& write : writes->writes()) {
         try {
             IValue* value = dynamic_cast<IValue*>(node(write.first));
-            if (!value) throw ACCESS_EXCEPTION("Node '%s' is not present or has no value", write.first.c_str());
+            if (!value)
+                throw ACCESS_EXCEPTION("Node '%s' is not present or has no value", write.first.c_str());
             value->FromString(write.second.c_str());
         } catch (const GENICAM_NAMESPACE::GenericException& e) {
             succeeded = false;
-            if (!pErrorList) throw;
+            if (!pErrorList)
+                throw;
             pErrorList->push_back(e.GetDescription());
         }
     }
     return succeeded;
 }
 
-void CNodeMapImpl::SetSuppressCallbackMode(ECallbackSuppressMode Mode) { m_SuppressMode = Mode; }
+void CNodeMapImpl::SetSuppressCallbackMode(ECallbackSuppressMode Mode) {
+    m_SuppressMode = Mode;
+}
 
-gcstring CNodeMapImpl::GetModelName() { return m_Index->rootAttribute("ModelName").c_str(); }
-gcstring CNodeMapImpl::GetVendorName() { return m_Index->rootAttribute("VendorName").c_str(); }
-gcstring CNodeMapImpl::GetToolTip() { return m_Index->rootAttribute("ToolTip").c_str(); }
-gcstring CNodeMapImpl::GetStandardNameSpace() { return m_Index->rootAttribute("StandardNameSpace").c_str(); }
-gcstring CNodeMapImpl::GetProductGuid() { return m_Index->rootAttribute("ProductGuid").c_str(); }
-gcstring CNodeMapImpl::GetVersionGuid() { return m_Index->rootAttribute("VersionGuid").c_str(); }
+gcstring CNodeMapImpl::GetModelName() {
+    return m_Index->rootAttribute("ModelName").c_str();
+}
+gcstring CNodeMapImpl::GetVendorName() {
+    return m_Index->rootAttribute("VendorName").c_str();
+}
+gcstring CNodeMapImpl::GetToolTip() {
+    return m_Index->rootAttribute("ToolTip").c_str();
+}
+gcstring CNodeMapImpl::GetStandardNameSpace() {
+    return m_Index->rootAttribute("StandardNameSpace").c_str();
+}
+gcstring CNodeMapImpl::GetProductGuid() {
+    return m_Index->rootAttribute("ProductGuid").c_str();
+}
+gcstring CNodeMapImpl::GetVersionGuid() {
+    return m_Index->rootAttribute("VersionGuid").c_str();
+}
 
 void CNodeMapImpl::GetGenApiVersion(Version_t& Version, uint16_t& Build) {
     Version.Major = GENAPI_VERSION_MAJOR;
@@ -394,7 +470,8 @@ namespace GENAPI_NAMESPACE {
 // A handle is the address of the callback object, which knows the node it is registered on.
 void Deregister(CallbackHandleType pCallbackInfo) {
     CNodeCallback* callback = reinterpret_cast<CNodeCallback*>(pCallbackInfo);
-    if (callback && callback->GetNode()) callback->GetNode()->DeregisterCallback(pCallbackInfo);
+    if (callback && callback->GetNode())
+        callback->GetNode()->DeregisterCallback(pCallbackInfo);
 }
 
 }  // namespace GENAPI_NAMESPACE

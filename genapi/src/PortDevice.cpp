@@ -25,7 +25,9 @@ G_DEFINE_TYPE(GenApiEnginePortDevice, genapi_engine_port_device, ARV_TYPE_DEVICE
 
 namespace {
 
-PortState* stateOf(ArvDevice* device) { return GENAPI_ENGINE_PORT_DEVICE(device)->state; }
+PortState* stateOf(ArvDevice* device) {
+    return GENAPI_ENGINE_PORT_DEVICE(device)->state;
+}
 
 // Runs one transfer and turns an exception of the port into an Aravis error, keeping the exception.
 template <typename Transfer>
@@ -76,7 +78,9 @@ void finalize(GObject* object) {
 
 }  // namespace
 
-static void genapi_engine_port_device_init(GenApiEnginePortDevice* self) { self->state = new PortState(); }
+static void genapi_engine_port_device_init(GenApiEnginePortDevice* self) {
+    self->state = new PortState();
+}
 
 static void genapi_engine_port_device_class_init(GenApiEnginePortDeviceClass* klass) {
     GObjectClass* objectClass = G_OBJECT_CLASS(klass);
@@ -94,14 +98,21 @@ ArvDevice* createPortDevice() {
     return ARV_DEVICE(g_object_new(GENAPI_ENGINE_TYPE_PORT_DEVICE, NULL));
 }
 
-void setDevicePort(ArvDevice* device, GenApi::IPort* port) { stateOf(device)->port = port; }
+void setDevicePort(ArvDevice* device, GenApi::IPort* port) {
+    stateOf(device)->port = port;
+}
 
-GenApi::IPort* devicePort(ArvDevice* device) { return stateOf(device)->port; }
+GenApi::IPort* devicePort(ArvDevice* device) {
+    return stateOf(device)->port;
+}
 
-bool isPortDevice(ArvDevice* device) { return GENAPI_ENGINE_IS_PORT_DEVICE(device); }
+bool isPortDevice(ArvDevice* device) {
+    return GENAPI_ENGINE_IS_PORT_DEVICE(device);
+}
 
 std::exception_ptr takePortError(ArvDevice* device) {
-    if (!isPortDevice(device)) return nullptr;
+    if (!isPortDevice(device))
+        return nullptr;
     std::exception_ptr error = stateOf(device)->lastError;
     stateOf(device)->lastError = nullptr;
     return error;

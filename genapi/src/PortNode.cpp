@@ -11,7 +11,8 @@ CPortNode::CPortNode(CNodeMapImpl& map, const SNodeDescription& description, Arv
     : CNodeBase(map, description, arvNode, intfIPort) {}
 
 EAccessMode CPortNode::naturalAccessMode() const {
-    if (IPort* port = map().userPort(name())) return port->GetAccessMode();
+    if (IPort* port = map().userPort(name()))
+        return port->GetAccessMode();
     return map().servedByDevice() ? RW : NI;
 }
 
@@ -34,8 +35,8 @@ void CPortNode::Read(void* pBuffer, int64_t Address, int64_t Length) {
         return;
     }
     arvCall("Read", [&](GError** e) {
-        return arv_device_read_memory(map().device(), static_cast<guint64>(Address), static_cast<guint32>(Length),
-                                      pBuffer, e);
+        return arv_device_read_memory(map().device(), static_cast<guint64>(Address),
+                                      static_cast<guint32>(Length), pBuffer, e);
     });
 }
 

@@ -16,11 +16,21 @@ inline void initRecursiveMutex(pthread_mutex_t& mutex) {
 
 }  // namespace GenApiEngine
 
-#define GENAPI_ENGINE_DEFINE_CLOCK(ClassName)                                   \
-    ClassName::ClassName() { GenApiEngine::initRecursiveMutex(m_Mtx); }         \
-    ClassName::~ClassName() { pthread_mutex_destroy(&m_Mtx); }                  \
-    bool ClassName::TryLock() { return pthread_mutex_trylock(&m_Mtx) == 0; }    \
-    void ClassName::Lock() { pthread_mutex_lock(&m_Mtx); }                      \
-    void ClassName::Unlock() { pthread_mutex_unlock(&m_Mtx); }
+#define GENAPI_ENGINE_DEFINE_CLOCK(ClassName)      \
+    ClassName::ClassName() {                       \
+        GenApiEngine::initRecursiveMutex(m_Mtx);   \
+    }                                              \
+    ClassName::~ClassName() {                      \
+        pthread_mutex_destroy(&m_Mtx);             \
+    }                                              \
+    bool ClassName::TryLock() {                    \
+        return pthread_mutex_trylock(&m_Mtx) == 0; \
+    }                                              \
+    void ClassName::Lock() {                       \
+        pthread_mutex_lock(&m_Mtx);                \
+    }                                              \
+    void ClassName::Unlock() {                     \
+        pthread_mutex_unlock(&m_Mtx);              \
+    }
 
 #endif

@@ -17,9 +17,11 @@ public:
 
     void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) override {
         CMapEntry entry(this->map());
-        if (Verify) this->checkWritable("Set");
+        if (Verify)
+            this->checkWritable("Set");
         checkLength(pBuffer, Length, "Set");
-        if (Length == 0) return;
+        if (Length == 0)
+            return;
         this->arvCall("Set", [&](GError** e) {
             arv_gc_register_set(reg("Set"), const_cast<uint8_t*>(pBuffer), static_cast<guint64>(Length), e);
         });
@@ -30,7 +32,8 @@ public:
         CMapEntry entry(this->map());
         this->checkReadable("Get");
         checkLength(pBuffer, Length, "Get");
-        if (Length == 0) return;
+        if (Length == 0)
+            return;
         this->arvCall("Get", [&](GError** e) {
             arv_gc_register_get(reg("Get"), pBuffer, static_cast<guint64>(Length), e);
         });
@@ -38,14 +41,14 @@ public:
 
     int64_t GetLength(bool = false) override {
         CMapEntry entry(this->map());
-        return static_cast<int64_t>(
-            this->arvCall("GetLength", [&](GError** e) { return arv_gc_register_get_length(reg("GetLength"), e); }));
+        return static_cast<int64_t>(this->arvCall(
+            "GetLength", [&](GError** e) { return arv_gc_register_get_length(reg("GetLength"), e); }));
     }
 
     int64_t GetAddress(bool = false) override {
         CMapEntry entry(this->map());
-        return static_cast<int64_t>(
-            this->arvCall("GetAddress", [&](GError** e) { return arv_gc_register_get_address(reg("GetAddress"), e); }));
+        return static_cast<int64_t>(this->arvCall(
+            "GetAddress", [&](GError** e) { return arv_gc_register_get_address(reg("GetAddress"), e); }));
     }
 
 private:
@@ -60,8 +63,8 @@ private:
         const int64_t length = GetLength();
         if (!pBuffer || Length != length) {
             this->raise(EError::InvalidArgument, method,
-                        formatText("the buffer must hold the register's %" PRId64 " bytes, not %" PRId64, length,
-                                   Length));
+                        formatText("the buffer must hold the register's %" PRId64 " bytes, not %" PRId64,
+                                   length, Length));
         }
     }
 };

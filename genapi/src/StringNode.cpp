@@ -13,12 +13,14 @@ CStringNode::CStringNode(CNodeMapImpl& map, const SNodeDescription& description,
     : CNodeBase(map, description, arvNode, intfIString) {}
 
 ArvGcString* CStringNode::string(const char* method) const {
-    if (!arvNode() || !ARV_IS_GC_STRING(arvNode())) raise(EError::LogicalError, method, "node has no string value");
+    if (!arvNode() || !ARV_IS_GC_STRING(arvNode()))
+        raise(EError::LogicalError, method, "node has no string value");
     return ARV_GC_STRING(arvNode());
 }
 
 EAccessMode CStringNode::naturalAccessMode() const {
-    if (isRegisterKind(description().tag)) return registerAccessMode();
+    if (isRegisterKind(description().tag))
+        return registerAccessMode();
     return CNodeBase::naturalAccessMode();
 }
 
@@ -27,19 +29,24 @@ gcstring CStringNode::GetValue(bool, bool) {
     checkReadable("GetValue");
     // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
     IRegister* reg = dynamic_cast<IRegister*>(this);
-    if (reg && reg->GetLength() == 0) return gcstring();
-    if (IString* source = dynamic_cast<IString*>(pointee("pValue"))) return source->GetValue();
-    const char* text = arvCall("GetValue", [&](GError** e) { return arv_gc_string_get_value(string("GetValue"), e); });
+    if (reg && reg->GetLength() == 0)
+        return gcstring();
+    if (IString* source = dynamic_cast<IString*>(pointee("pValue")))
+        return source->GetValue();
+    const char* text =
+        arvCall("GetValue", [&](GError** e) { return arv_gc_string_get_value(string("GetValue"), e); });
     return text ? text : "";
 }
 
 void CStringNode::SetValue(const gcstring& Value, bool Verify) {
     CMapEntry entry(map());
-    if (Verify) checkWritable("SetValue");
+    if (Verify)
+        checkWritable("SetValue");
     const int64_t maximum = GetMaxLength();
     if (static_cast<int64_t>(Value.size()) > maximum) {
         raise(EError::OutOfRange, "SetValue",
-              formatText("String length %zu is greater than the maximum length %" PRId64 ".", Value.size(), maximum));
+              formatText("String length %zu is greater than the maximum length %" PRId64 ".", Value.size(),
+                         maximum));
     }
     arvCall("SetValue", [&](GError** e) { arv_gc_string_set_value(string("SetValue"), Value.c_str(), e); });
     changed();
@@ -53,12 +60,18 @@ IString& CStringNode::operator=(const gcstring& Value) {
 // The register length for writable strings; a string that cannot be written reports its current length.
 int64_t CStringNode::GetMaxLength(bool) {
     CMapEntry entry(map());
-    if (!IsWritable(GetAccessMode())) return static_cast<int64_t>(GetValue().size());
-    return arvCall("GetMaxLength", [&](GError** e) { return arv_gc_string_get_max_length(string("GetMaxLength"), e); });
+    if (!IsWritable(GetAccessMode()))
+        return static_cast<int64_t>(GetValue().size());
+    return arvCall("GetMaxLength",
+                   [&](GError** e) { return arv_gc_string_get_max_length(string("GetMaxLength"), e); });
 }
 
-gcstring CStringNode::ToString(bool Verify, bool IgnoreCache) { return GetValue(Verify, IgnoreCache); }
+gcstring CStringNode::ToString(bool Verify, bool IgnoreCache) {
+    return GetValue(Verify, IgnoreCache);
+}
 
-void CStringNode::FromString(const gcstring& ValueStr, bool Verify) { SetValue(ValueStr, Verify); }
+void CStringNode::FromString(const gcstring& ValueStr, bool Verify) {
+    SetValue(ValueStr, Verify);
+}
 
 }  // namespace GenApiEngine

@@ -12,7 +12,8 @@ namespace {
 
 std::string trimmed(const std::string& text) {
     const size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return std::string();
+    if (first == std::string::npos)
+        return std::string();
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
@@ -24,13 +25,16 @@ bool parseGroups(const std::string& text, char separator, size_t groups, int bas
     size_t count = 0;
     while (std::getline(parts, part, separator)) {
         char* end = nullptr;
-        if (part.empty() || part.size() > 3) return false;
+        if (part.empty() || part.size() > 3)
+            return false;
         const unsigned long number = std::strtoul(part.c_str(), &end, base);
-        if (*end != '\0' || number > 255) return false;
+        if (*end != '\0' || number > 255)
+            return false;
         result = (result << 8) | number;
         ++count;
     }
-    if (count != groups) return false;
+    if (count != groups)
+        return false;
     value = static_cast<int64_t>(result);
     return true;
 }
@@ -41,26 +45,34 @@ std::string integerToText(int64_t value, GenApi::ERepresentation representation)
     char buffer[64];
     const uint64_t bits = static_cast<uint64_t>(value);
     switch (representation) {
-        case GenApi::HexNumber: std::snprintf(buffer, sizeof(buffer), "0x%llx", static_cast<unsigned long long>(bits)); break;
+        case GenApi::HexNumber:
+            std::snprintf(buffer, sizeof(buffer), "0x%llx", static_cast<unsigned long long>(bits));
+            break;
         case GenApi::IPV4Address:
-            std::snprintf(buffer, sizeof(buffer), "%u.%u.%u.%u", unsigned(bits >> 24 & 0xff), unsigned(bits >> 16 & 0xff),
-                          unsigned(bits >> 8 & 0xff), unsigned(bits & 0xff));
+            std::snprintf(buffer, sizeof(buffer), "%u.%u.%u.%u", unsigned(bits >> 24 & 0xff),
+                          unsigned(bits >> 16 & 0xff), unsigned(bits >> 8 & 0xff), unsigned(bits & 0xff));
             break;
         case GenApi::MACAddress:
-            std::snprintf(buffer, sizeof(buffer), "%02x:%02x:%02x:%02x:%02x:%02x", unsigned(bits >> 40 & 0xff),
-                          unsigned(bits >> 32 & 0xff), unsigned(bits >> 24 & 0xff), unsigned(bits >> 16 & 0xff),
+            std::snprintf(buffer, sizeof(buffer), "%02x:%02x:%02x:%02x:%02x:%02x",
+                          unsigned(bits >> 40 & 0xff), unsigned(bits >> 32 & 0xff),
+                          unsigned(bits >> 24 & 0xff), unsigned(bits >> 16 & 0xff),
                           unsigned(bits >> 8 & 0xff), unsigned(bits & 0xff));
             break;
-        default: std::snprintf(buffer, sizeof(buffer), "%lld", static_cast<long long>(value)); break;
+        default:
+            std::snprintf(buffer, sizeof(buffer), "%lld", static_cast<long long>(value));
+            break;
     }
     return buffer;
 }
 
 bool textToInteger(const std::string& raw, int64_t& value) {
     const std::string text = trimmed(raw);
-    if (text.empty()) return false;
-    if (text.find('.') != std::string::npos) return parseGroups(text, '.', 4, 10, value);
-    if (text.find(':') != std::string::npos) return parseGroups(text, ':', 6, 16, value);
+    if (text.empty())
+        return false;
+    if (text.find('.') != std::string::npos)
+        return parseGroups(text, '.', 4, 10, value);
+    if (text.find(':') != std::string::npos)
+        return parseGroups(text, ':', 6, 16, value);
     const bool hex = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
     char* end = nullptr;
     errno = 0;
@@ -75,16 +87,20 @@ bool textToInteger(const std::string& raw, int64_t& value) {
 
 std::string floatToText(double value, GenApi::EDisplayNotation notation, int64_t precision) {
     std::ostringstream text;
-    if (precision < 0) precision = 6;
-    if (notation == GenApi::fnFixed) text << std::fixed;
-    if (notation == GenApi::fnScientific) text << std::scientific;
+    if (precision < 0)
+        precision = 6;
+    if (notation == GenApi::fnFixed)
+        text << std::fixed;
+    if (notation == GenApi::fnScientific)
+        text << std::scientific;
     text << std::setprecision(static_cast<int>(precision)) << value;
     return text.str();
 }
 
 bool textToFloat(const std::string& raw, double& value) {
     const std::string text = trimmed(raw);
-    if (text.empty()) return false;
+    if (text.empty())
+        return false;
     char* end = nullptr;
     errno = 0;
     value = std::strtod(text.c_str(), &end);
@@ -93,7 +109,8 @@ bool textToFloat(const std::string& raw, double& value) {
 
 bool textToBoolean(const std::string& raw, bool& value) {
     std::string text = trimmed(raw);
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    for (char& c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     if (text == "1" || text == "true") {
         value = true;
         return true;
@@ -117,8 +134,10 @@ std::string bytesToText(const std::vector<uint8_t>& bytes) {
 
 bool textToBytes(const std::string& raw, std::vector<uint8_t>& bytes) {
     std::string text = trimmed(raw);
-    if (text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text = text.substr(2);
-    if (text.size() % 2 != 0) return false;
+    if (text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X'))
+        text = text.substr(2);
+    if (text.size() % 2 != 0)
+        return false;
     bytes.clear();
     for (size_t i = 0; i < text.size(); i += 2) {
         if (!std::isxdigit(static_cast<unsigned char>(text[i])) ||

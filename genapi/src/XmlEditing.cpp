@@ -17,8 +17,9 @@ struct DocumentDeleter {
 typedef std::unique_ptr<xmlDoc, DocumentDeleter> DocumentPtr;
 
 DocumentPtr parse(const std::string& xml) {
-    DocumentPtr document(xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "description.xml", NULL,
-                                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE));
+    DocumentPtr document(
+        xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "description.xml", NULL,
+                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE));
     if (!document || !xmlDocGetRootElement(document.get())) {
         throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
     }
@@ -36,7 +37,8 @@ std::string serialise(xmlDoc* document) {
 
 std::string nameOf(xmlNode* node) {
     xmlChar* value = xmlGetProp(node, BAD_CAST "Name");
-    if (!value) return std::string();
+    if (!value)
+        return std::string();
     std::string name(reinterpret_cast<const char*>(value));
     xmlFree(value);
     return name;
@@ -46,7 +48,8 @@ std::string nameOf(xmlNode* node) {
 std::vector<xmlNode*> nodeElements(xmlNode* parent) {
     std::vector<xmlNode*> found;
     for (xmlNode* child = parent->children; child; child = child->next) {
-        if (child->type != XML_ELEMENT_NODE) continue;
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
         if (xmlStrEqual(child->name, BAD_CAST "Group")) {
             const std::vector<xmlNode*> inner = nodeElements(child);
             found.insert(found.end(), inner.begin(), inner.end());
@@ -66,7 +69,8 @@ std::string injectDescription(const std::string& target, const std::string& inje
     for (xmlNode* node : nodeElements(xmlDocGetRootElement(injectedDocument.get()))) {
         const std::string name = nameOf(node);
         for (xmlNode* existing : nodeElements(targetRoot)) {
-            if (nameOf(existing) != name) continue;
+            if (nameOf(existing) != name)
+                continue;
             xmlUnlinkNode(existing);
             xmlFreeNode(existing);
         }
@@ -77,21 +81,25 @@ std::string injectDescription(const std::string& target, const std::string& inje
 
 std::string extractSubtree(const std::string& xml, const std::string& rootName, bool renameToRoot) {
     const CXmlIndex index(xml);
-    if (!index.find(rootName)) throw INVALID_ARGUMENT_EXCEPTION("Node '%s' not found", rootName.c_str());
+    if (!index.find(rootName))
+        throw INVALID_ARGUMENT_EXCEPTION("Node '%s' not found", rootName.c_str());
     std::set<std::string> keep{rootName};
     std::vector<std::string> work{rootName};
     while (!work.empty()) {
         const SNodeDescription* node = index.find(work.back());
         work.pop_back();
-        if (!node) continue;
+        if (!node)
+            continue;
         std::vector<std::string> targets(node->entries);
         for (const SProperty& property : node->properties) {
-            if (property.name.size() > 1 && property.name[0] == 'p') targets.push_back(property.value);
+            if (property.name.size() > 1 && property.name[0] == 'p')
+                targets.push_back(property.value);
         }
         for (const std::string& target : targets) {
             const SNodeDescription* reached = index.find(target);
             const std::string owner = reached && !reached->parent.empty() ? reached->parent : target;
-            if (keep.insert(owner).second) work.push_back(owner);
+            if (keep.insert(owner).second)
+                work.push_back(owner);
         }
     }
     DocumentPtr document = parse(xml);

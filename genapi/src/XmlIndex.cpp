@@ -9,11 +9,14 @@ namespace {
 
 const std::string emptyText;
 
-std::string elementName(xmlNode* node) { return reinterpret_cast<const char*>(node->name); }
+std::string elementName(xmlNode* node) {
+    return reinterpret_cast<const char*>(node->name);
+}
 
 std::string attributeOf(xmlNode* node, const char* name) {
     xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
-    if (!value) return std::string();
+    if (!value)
+        return std::string();
     std::string text(reinterpret_cast<const char*>(value));
     xmlFree(value);
     return text;
@@ -21,14 +24,16 @@ std::string attributeOf(xmlNode* node, const char* name) {
 
 std::string trimmed(const std::string& text) {
     const size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return std::string();
+    if (first == std::string::npos)
+        return std::string();
     const size_t last = text.find_last_not_of(" \t\r\n");
     return text.substr(first, last - first + 1);
 }
 
 std::string textOf(xmlNode* node) {
     xmlChar* content = xmlNodeGetContent(node);
-    if (!content) return std::string();
+    if (!content)
+        return std::string();
     std::string text(reinterpret_cast<const char*>(content));
     xmlFree(content);
     return trimmed(text);
@@ -39,7 +44,8 @@ std::string attributesOf(xmlNode* node) {
     std::string joined;
     for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) {
         xmlChar* value = xmlNodeListGetString(node->doc, attribute->children, 1);
-        if (!joined.empty()) joined += ' ';
+        if (!joined.empty())
+            joined += ' ';
         joined += reinterpret_cast<const char*>(attribute->name);
         joined += '=';
         if (value) {
@@ -50,20 +56,24 @@ std::string attributesOf(xmlNode* node) {
     return joined;
 }
 
-bool isNodeElement(xmlNode* node) { return node->type == XML_ELEMENT_NODE && xmlHasProp(node, BAD_CAST "Name"); }
+bool isNodeElement(xmlNode* node) {
+    return node->type == XML_ELEMENT_NODE && xmlHasProp(node, BAD_CAST "Name");
+}
 
 }  // namespace
 
 const std::string& SNodeDescription::value(const std::string& property) const {
     for (const SProperty& p : properties) {
-        if (p.name == property) return p.value;
+        if (p.name == property)
+            return p.value;
     }
     return emptyText;
 }
 
 bool SNodeDescription::has(const std::string& property) const {
     for (const SProperty& p : properties) {
-        if (p.name == property) return true;
+        if (p.name == property)
+            return true;
     }
     return false;
 }
@@ -71,21 +81,23 @@ bool SNodeDescription::has(const std::string& property) const {
 std::vector<std::string> SNodeDescription::values(const std::string& property) const {
     std::vector<std::string> found;
     for (const SProperty& p : properties) {
-        if (p.name == property) found.push_back(p.value);
+        if (p.name == property)
+            found.push_back(p.value);
     }
     return found;
 }
 
 CXmlIndex::CXmlIndex(const std::string& xml) {
-    xmlDoc* document = xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "description.xml", NULL,
-                                     XML_PARSE_NONET | XML_PARSE_NOBLANKS | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
-                                         XML_PARSE_HUGE);
-    if (!document) throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
+    xmlDoc* document = xmlReadMemory(
+        xml.data(), static_cast<int>(xml.size()), "description.xml", NULL,
+        XML_PARSE_NONET | XML_PARSE_NOBLANKS | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE);
+    if (!document)
+        throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
     xmlNode* root = xmlDocGetRootElement(document);
     if (root) {
         for (xmlAttr* attribute = root->properties; attribute; attribute = attribute->next) {
-            m_RootAttributes[reinterpret_cast<const char*>(attribute->name)] = attributeOf(
-                root, reinterpret_cast<const char*>(attribute->name));
+            m_RootAttributes[reinterpret_cast<const char*>(attribute->name)] =
+                attributeOf(root, reinterpret_cast<const char*>(attribute->name));
         }
         indexChildren(root);
     }
@@ -94,7 +106,8 @@ CXmlIndex::CXmlIndex(const std::string& xml) {
 
 void CXmlIndex::indexChildren(void* element) {
     for (xmlNode* child = static_cast<xmlNode*>(element)->children; child; child = child->next) {
-        if (child->type != XML_ELEMENT_NODE) continue;
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
         if (elementName(child) == "Group") {
             indexChildren(child);
         } else if (elementName(child) == "StructReg") {
@@ -110,14 +123,16 @@ void CXmlIndex::indexStructReg(void* element) {
     std::vector<SProperty> shared;
     std::vector<xmlNode*> entries;
     for (xmlNode* child = static_cast<xmlNode*>(element)->children; child; child = child->next) {
-        if (child->type != XML_ELEMENT_NODE) continue;
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
         if (elementName(child) == "StructEntry") {
             entries.push_back(child);
         } else {
             shared.push_back(SProperty{elementName(child), textOf(child), attributesOf(child)});
         }
     }
-    for (xmlNode* entry : entries) indexNode(entry, std::string(), shared);
+    for (xmlNode* entry : entries)
+        indexNode(entry, std::string(), shared);
 }
 
 // Records one node; the entries of an enumeration become nodes of their own.
@@ -127,26 +142,31 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
     description.xmlName = attributeOf(node, "Name");
     description.tag = elementName(node);
     description.nameSpace = attributeOf(node, "NameSpace");
-    if (description.nameSpace.empty()) description.nameSpace = "Custom";
+    if (description.nameSpace.empty())
+        description.nameSpace = "Custom";
     description.parent = parent;
     description.name = description.xmlName;
-    if (description.tag == "EnumEntry") description.name = "EnumEntry_" + parent + "_" + description.xmlName;
+    if (description.tag == "EnumEntry")
+        description.name = "EnumEntry_" + parent + "_" + description.xmlName;
     description.properties = inherited;
 
     std::vector<xmlNode*> nested;
     for (xmlNode* child = node->children; child; child = child->next) {
-        if (child->type != XML_ELEMENT_NODE) continue;
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
         const std::string property = elementName(child);
         if (property == "EnumEntry") {
             nested.push_back(child);
             continue;
         }
-        if (property == "Extension") continue;
+        if (property == "Extension")
+            continue;
         description.properties.push_back(SProperty{property, textOf(child), attributesOf(child)});
     }
 
     const size_t index = m_Nodes.size();
-    if (m_ByName.find(description.name) == m_ByName.end()) m_ByName[description.name] = index;
+    if (m_ByName.find(description.name) == m_ByName.end())
+        m_ByName[description.name] = index;
     m_Nodes.push_back(description);
     for (xmlNode* child : nested) {
         const std::string childName = attributeOf(child, "Name");

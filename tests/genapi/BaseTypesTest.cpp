@@ -48,7 +48,8 @@ TEST(GcStringVector, StoresIteratesAndSearches) {
     EXPECT_TRUE(names.contains("Height"));
     EXPECT_FALSE(names.contains("Gain"));
     std::string joined;
-    for (gcstring_vector::const_iterator it = names.begin(); it != names.end(); ++it) joined += it->c_str();
+    for (gcstring_vector::const_iterator it = names.begin(); it != names.end(); ++it)
+        joined += it->c_str();
     EXPECT_EQ(joined, "OffsetXWidthHeight");
     names.erase(names.begin() + 1);
     EXPECT_STREQ(names.at(1).c_str(), "Height");
@@ -129,7 +130,8 @@ TEST(Locks, AreRecursiveAndExclusive) {
     lock.Unlock();
     std::thread([&] {
         otherThreadEntered = lock.TryLock();
-        if (otherThreadEntered) lock.Unlock();
+        if (otherThreadEntered)
+            lock.Unlock();
     }).join();
     EXPECT_TRUE(otherThreadEntered);
     GenICam::CLock baseLock;

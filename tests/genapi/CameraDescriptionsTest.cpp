@@ -16,10 +16,12 @@ class CSparseMemoryPort : public CPortImpl {
 public:
     EAccessMode GetAccessMode() const override { return RW; }
     void Read(void* pBuffer, int64_t Address, int64_t Length) override {
-        for (int64_t i = 0; i < Length; ++i) static_cast<uint8_t*>(pBuffer)[i] = byteAt(Address + i);
+        for (int64_t i = 0; i < Length; ++i)
+            static_cast<uint8_t*>(pBuffer)[i] = byteAt(Address + i);
     }
     void Write(const void* pBuffer, int64_t Address, int64_t Length) override {
-        for (int64_t i = 0; i < Length; ++i) m_Bytes[Address + i] = static_cast<const uint8_t*>(pBuffer)[i];
+        for (int64_t i = 0; i < Length; ++i)
+            m_Bytes[Address + i] = static_cast<const uint8_t*>(pBuffer)[i];
     }
 
 private:
@@ -35,7 +37,8 @@ std::vector<std::string> descriptionFiles() {
     if (DIR* folder = opendir(PC_CAMERA_DESCRIPTIONS)) {
         while (dirent* entry = readdir(folder)) {
             const std::string name = entry->d_name;
-            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0) files.push_back(name);
+            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0)
+                files.push_back(name);
         }
         closedir(folder);
     }
@@ -44,8 +47,10 @@ std::vector<std::string> descriptionFiles() {
 
 // Reads a node's value, limits and entries as a client would.
 void readEverything(INode* node) {
-    if (!IsReadable(node)) return;
-    if (IValue* value = dynamic_cast<IValue*>(node)) value->ToString();
+    if (!IsReadable(node))
+        return;
+    if (IValue* value = dynamic_cast<IValue*>(node))
+        value->ToString();
     if (IInteger* integer = dynamic_cast<IInteger*>(node)) {
         integer->GetMin();
         integer->GetMax();
@@ -63,13 +68,20 @@ void readEverything(INode* node) {
 
 // The GenICam class of an exception, most specific first.
 std::string typeOf(const GenICam::GenericException& e) {
-    if (dynamic_cast<const GenICam::AccessException*>(&e)) return "AccessException";
-    if (dynamic_cast<const GenICam::OutOfRangeException*>(&e)) return "OutOfRangeException";
-    if (dynamic_cast<const GenICam::InvalidArgumentException*>(&e)) return "InvalidArgumentException";
-    if (dynamic_cast<const GenICam::LogicalErrorException*>(&e)) return "LogicalErrorException";
-    if (dynamic_cast<const GenICam::PropertyException*>(&e)) return "PropertyException";
-    if (dynamic_cast<const GenICam::TimeoutException*>(&e)) return "TimeoutException";
-    if (dynamic_cast<const GenICam::RuntimeException*>(&e)) return "RuntimeException";
+    if (dynamic_cast<const GenICam::AccessException*>(&e))
+        return "AccessException";
+    if (dynamic_cast<const GenICam::OutOfRangeException*>(&e))
+        return "OutOfRangeException";
+    if (dynamic_cast<const GenICam::InvalidArgumentException*>(&e))
+        return "InvalidArgumentException";
+    if (dynamic_cast<const GenICam::LogicalErrorException*>(&e))
+        return "LogicalErrorException";
+    if (dynamic_cast<const GenICam::PropertyException*>(&e))
+        return "PropertyException";
+    if (dynamic_cast<const GenICam::TimeoutException*>(&e))
+        return "TimeoutException";
+    if (dynamic_cast<const GenICam::RuntimeException*>(&e))
+        return "RuntimeException";
     return "GenericException";
 }
 
@@ -77,7 +89,8 @@ std::string typeOf(const GenICam::GenericException& e) {
 
 TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
     const std::vector<std::string> files = descriptionFiles();
-    if (files.empty()) GTEST_SKIP() << "no camera descriptions in " << PC_CAMERA_DESCRIPTIONS;
+    if (files.empty())
+        GTEST_SKIP() << "no camera descriptions in " << PC_CAMERA_DESCRIPTIONS;
     for (const std::string& file : files) {
         SCOPED_TRACE(file);
         CNodeMapRef map;
@@ -92,17 +105,21 @@ TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
         for (INode* node : nodes) {
             EXPECT_FALSE(node->GetName().empty());
             try {
-                if (IsReadable(node)) ++readable;
+                if (IsReadable(node))
+                    ++readable;
                 readEverything(node);
             } catch (const GenICam::GenericException& e) {
                 failures[typeOf(e)]++;
             }
         }
-        std::cout << "[ descriptions ] " << file << ": " << nodes.size() << " nodes, " << readable << " readable";
-        for (const auto& failure : failures) std::cout << ", " << failure.second << " " << failure.first;
+        std::cout << "[ descriptions ] " << file << ": " << nodes.size() << " nodes, " << readable
+                  << " readable";
+        for (const auto& failure : failures)
+            std::cout << ", " << failure.second << " " << failure.first;
         std::cout << std::endl;
         // A zero-filled device may leave values without a matching entry or divide by zero, nothing worse.
-        for (const auto& failure : failures) EXPECT_EQ(failure.first, "RuntimeException");
+        for (const auto& failure : failures)
+            EXPECT_EQ(failure.first, "RuntimeException");
         CNodePtr root = map._GetNode("Root");
         EXPECT_TRUE(root.IsValid());
     }

@@ -11,8 +11,9 @@ TEST_F(SimulatedCameraTest, OutOfRangeValuesAreRefusedBeforeTheDevice) {
     text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(8); });
     EXPECT_EQ(text, "Node 'Width' : Value = 8 must be equal or greater than Min = 16.");
     text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(100); });
-    EXPECT_EQ(text, "Node 'Width' : The difference between Value = 100 and Min = 16 must be dividable without rest "
-                    "by Inc = 16.");
+    EXPECT_EQ(text,
+              "Node 'Width' : The difference between Value = 100 and Min = 16 must be dividable without rest "
+              "by Inc = 16.");
     EXPECT_EQ(camera().peekRegister(SimCamera::Registers::Width), before);
 
     text = descriptionOf<GenICam::OutOfRangeException>([&] { floating("ExposureTime")->SetValue(5.0); });

@@ -13,7 +13,8 @@ const char* const xml =
     "<RegisterDescription ModelName=\"Tiny\" VendorName=\"Test\" StandardNameSpace=\"None\""
     " SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\""
     " MajorVersion=\"1\" MinorVersion=\"0\" SubMinorVersion=\"0\""
-    " ProductGuid=\"00000000-0000-0000-0000-000000000001\" VersionGuid=\"00000000-0000-0000-0000-000000000002\">"
+    " ProductGuid=\"00000000-0000-0000-0000-000000000001\" "
+    "VersionGuid=\"00000000-0000-0000-0000-000000000002\">"
     "<Category Name=\"Root\"><pFeature>Counter</pFeature><pFeature>Mode</pFeature></Category>"
     "<IntReg Name=\"Counter\"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode>"
     "<pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>"
@@ -50,7 +51,8 @@ TEST(GenApiStyleProgram, LoadsConnectsReadsAndWrites) {
     EXPECT_EQ(port.mode, 1u);
     EXPECT_STREQ(mode->GetCurrentEntry()->GetSymbolic().c_str(), "Fast");
 
-    if (IsWritable(counter)) counter->FromString("0x20");
+    if (IsWritable(counter))
+        counter->FromString("0x20");
     EXPECT_EQ(port.counter, 32u);
     gcstring text = counter->ToString();
     EXPECT_STREQ(text.c_str(), "32");

@@ -50,7 +50,8 @@ TEST_F(SimulatedCameraTest, PropertiesAreServedAsWritten) {
     INode* width = node("Width");
     GenICam::gcstring_vector names;
     width->GetPropertyNames(names);
-    for (const char* expected : {"Name", "ToolTip", "pValue", "Min", "pMax", "Inc", "pIsLocked", "Streamable"}) {
+    for (const char* expected :
+         {"Name", "ToolTip", "pValue", "Min", "pMax", "Inc", "pIsLocked", "Streamable"}) {
         EXPECT_TRUE(names.contains(expected)) << expected;
     }
     GenICam::gcstring value, attribute;
@@ -78,13 +79,24 @@ TEST_F(SimulatedCameraTest, AliasAndPrincipalInterfaceTypes) {
     EXPECT_EQ(node("ExposureTime")->GetAlias(), nullptr);
     EXPECT_EQ(node("ExposureTime")->GetCastAlias(), nullptr);
 
-    const std::pair<const char*, EInterfaceType> kinds[] = {
-        {"Width", intfIInteger},          {"WidthReg", intfIInteger},        {"ReverseXReg", intfIInteger},
-        {"PayloadSize", intfIInteger},    {"BinningHorizontal", intfIInteger}, {"ExposureTime", intfIFloat},
-        {"ExposureTimeReg", intfIFloat},  {"ExposureTimeMs", intfIFloat},    {"Gain", intfIFloat},
-        {"ReverseX", intfIBoolean},       {"TimestampLatch", intfICommand},  {"DeviceUserID", intfIString},
-        {"TestString", intfIString},      {"TestRegister", intfIRegister},   {"PixelFormat", intfIEnumeration},
-        {"EnumEntry_PixelFormat_Mono8", intfIEnumEntry}, {"Root", intfICategory}, {"Device", intfIPort}};
+    const std::pair<const char*, EInterfaceType> kinds[] = {{"Width", intfIInteger},
+                                                            {"WidthReg", intfIInteger},
+                                                            {"ReverseXReg", intfIInteger},
+                                                            {"PayloadSize", intfIInteger},
+                                                            {"BinningHorizontal", intfIInteger},
+                                                            {"ExposureTime", intfIFloat},
+                                                            {"ExposureTimeReg", intfIFloat},
+                                                            {"ExposureTimeMs", intfIFloat},
+                                                            {"Gain", intfIFloat},
+                                                            {"ReverseX", intfIBoolean},
+                                                            {"TimestampLatch", intfICommand},
+                                                            {"DeviceUserID", intfIString},
+                                                            {"TestString", intfIString},
+                                                            {"TestRegister", intfIRegister},
+                                                            {"PixelFormat", intfIEnumeration},
+                                                            {"EnumEntry_PixelFormat_Mono8", intfIEnumEntry},
+                                                            {"Root", intfICategory},
+                                                            {"Device", intfIPort}};
     for (const auto& kind : kinds) {
         EXPECT_EQ(node(kind.first)->GetPrincipalInterfaceType(), kind.second) << kind.first;
     }

@@ -266,7 +266,8 @@ TEST_F(SimulatedCameraTest, CommandsCompleteWhenTheDeviceClearsThem) {
     // A slower device: three polls see it busy, the fourth sees it done.
     camera().setBusyReads(3);
     (*as<ICommand>("TriggerSoftware"))();
-    for (int poll = 0; poll < 3; ++poll) EXPECT_FALSE(as<ICommand>("TriggerSoftware")->IsDone()) << poll;
+    for (int poll = 0; poll < 3; ++poll)
+        EXPECT_FALSE(as<ICommand>("TriggerSoftware")->IsDone()) << poll;
     EXPECT_TRUE(as<ICommand>("TriggerSoftware")->IsDone());
 
     // A command whose register cannot be read counts as done at once.

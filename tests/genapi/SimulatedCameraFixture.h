@@ -15,13 +15,15 @@ protected:
 
     GenApi::INode* node(const char* name) const {
         GenApi::INode* found = map()->GetNode(name);
-        if (!found) ADD_FAILURE() << "no node " << name;
+        if (!found)
+            ADD_FAILURE() << "no node " << name;
         return found;
     }
     template <typename T>
     T* as(const char* name) const {
         T* typed = dynamic_cast<T*>(node(name));
-        if (!typed) ADD_FAILURE() << name << " lacks the expected interface";
+        if (!typed)
+            ADD_FAILURE() << name << " lacks the expected interface";
         return typed;
     }
     GenApi::IInteger* integer(const char* name) const { return as<GenApi::IInteger>(name); }

@@ -10,7 +10,8 @@ namespace GENAPI_NAMESPACE {
 
 class GENAPI_DECL_ABSTRACT CNodeWriteConcatenator {
 public:
-    virtual void Add(const GENICAM_NAMESPACE::gcstring& NodeName, const GENICAM_NAMESPACE::gcstring& ValueStr) = 0;
+    virtual void Add(const GENICAM_NAMESPACE::gcstring& NodeName,
+                     const GENICAM_NAMESPACE::gcstring& ValueStr) = 0;
     virtual void Add(const GENICAM_NAMESPACE::gcstring& NodeName, const char* ValueStr) = 0;
     virtual void Add(const GENICAM_NAMESPACE::gcstring& NodeName, const int64_t Value) = 0;
     virtual void Add(const GENICAM_NAMESPACE::gcstring& NodeName, const double Value) = 0;
@@ -53,7 +54,8 @@ private:
     CNodeWriteConcatenatorRef(const CNodeWriteConcatenatorRef&);
     CNodeWriteConcatenatorRef& operator=(const CNodeWriteConcatenatorRef&);
     CNodeWriteConcatenator* Checked() const {
-        if (!m_pConcatenator) throw ACCESS_EXCEPTION("Concatenator not present (reference not valid)");
+        if (!m_pConcatenator)
+            throw ACCESS_EXCEPTION("Concatenator not present (reference not valid)");
         return m_pConcatenator;
     }
     CNodeWriteConcatenator* m_pConcatenator;

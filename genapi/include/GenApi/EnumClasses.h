@@ -6,12 +6,12 @@
 
 namespace GENAPI_NAMESPACE {
 
-#define GENAPI_DECLARE_ENUM_CLASS(ClassName, EnumType)                                 \
-    class GENAPI_DECL ClassName {                                                      \
-    public:                                                                            \
+#define GENAPI_DECLARE_ENUM_CLASS(ClassName, EnumType)                                         \
+    class GENAPI_DECL ClassName {                                                              \
+    public:                                                                                    \
         static bool FromString(const GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue); \
-        static void ToString(GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue); \
-        static GENICAM_NAMESPACE::gcstring ToString(EnumType Value);                   \
+        static void ToString(GENICAM_NAMESPACE::gcstring& ValueStr, EnumType* pValue);         \
+        static GENICAM_NAMESPACE::gcstring ToString(EnumType Value);                           \
     }
 
 GENAPI_DECLARE_ENUM_CLASS(ESignClass, ESign);

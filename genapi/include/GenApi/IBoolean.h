@@ -13,7 +13,9 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IBoolean : virtual public IValue {
         return *this;
     }
     virtual bool GetValue(bool Verify = false, bool IgnoreCache = false) const = 0;
-    virtual bool operator()() const { return GetValue(); }
+    virtual bool operator()() const {
+        return GetValue();
+    }
 };
 
 }  // namespace GENAPI_NAMESPACE

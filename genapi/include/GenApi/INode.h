@@ -37,7 +37,8 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT INode : virtual public IBase {
     virtual bool IsStreamable() const = 0;
     virtual void GetPropertyNames(GENICAM_NAMESPACE::gcstring_vector & PropertyNames) const = 0;
     virtual bool GetProperty(const GENICAM_NAMESPACE::gcstring& PropertyName,
-                             GENICAM_NAMESPACE::gcstring& ValueStr, GENICAM_NAMESPACE::gcstring& AttributeStr) = 0;
+                             GENICAM_NAMESPACE::gcstring& ValueStr,
+                             GENICAM_NAMESPACE::gcstring& AttributeStr) = 0;
     virtual void ImposeAccessMode(EAccessMode ImposedAccessMode) = 0;
     virtual void ImposeVisibility(EVisibility ImposedVisibility) = 0;
     virtual INode* GetAlias() const = 0;
@@ -48,46 +49,84 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT INode : virtual public IBase {
     virtual bool IsFeature() const = 0;
 };
 
-inline bool IsReadable(EAccessMode AccessMode) { return RO == AccessMode || RW == AccessMode; }
-inline bool IsReadable(const IBase* p) { return (p != NULL) && IsReadable(p->GetAccessMode()); }
-inline bool IsReadable(const IBase& r) { return IsReadable(r.GetAccessMode()); }
+inline bool IsReadable(EAccessMode AccessMode) {
+    return RO == AccessMode || RW == AccessMode;
+}
+inline bool IsReadable(const IBase* p) {
+    return (p != NULL) && IsReadable(p->GetAccessMode());
+}
+inline bool IsReadable(const IBase& r) {
+    return IsReadable(r.GetAccessMode());
+}
 
-inline bool IsWritable(EAccessMode AccessMode) { return WO == AccessMode || RW == AccessMode; }
-inline bool IsWritable(const IBase* p) { return (p != NULL) && IsWritable(p->GetAccessMode()); }
-inline bool IsWritable(const IBase& r) { return IsWritable(r.GetAccessMode()); }
+inline bool IsWritable(EAccessMode AccessMode) {
+    return WO == AccessMode || RW == AccessMode;
+}
+inline bool IsWritable(const IBase* p) {
+    return (p != NULL) && IsWritable(p->GetAccessMode());
+}
+inline bool IsWritable(const IBase& r) {
+    return IsWritable(r.GetAccessMode());
+}
 
-inline bool IsImplemented(EAccessMode AccessMode) { return AccessMode != NI; }
-inline bool IsImplemented(const IBase* p) { return (p != NULL) && IsImplemented(p->GetAccessMode()); }
-inline bool IsImplemented(const IBase& r) { return IsImplemented(&r); }
+inline bool IsImplemented(EAccessMode AccessMode) {
+    return AccessMode != NI;
+}
+inline bool IsImplemented(const IBase* p) {
+    return (p != NULL) && IsImplemented(p->GetAccessMode());
+}
+inline bool IsImplemented(const IBase& r) {
+    return IsImplemented(&r);
+}
 
-inline bool IsAvailable(EAccessMode AccessMode) { return !(AccessMode == NA || AccessMode == NI); }
-inline bool IsAvailable(const IBase* p) { return (p != NULL) && IsAvailable(p->GetAccessMode()); }
-inline bool IsAvailable(const IBase& r) { return IsAvailable(r.GetAccessMode()); }
+inline bool IsAvailable(EAccessMode AccessMode) {
+    return !(AccessMode == NA || AccessMode == NI);
+}
+inline bool IsAvailable(const IBase* p) {
+    return (p != NULL) && IsAvailable(p->GetAccessMode());
+}
+inline bool IsAvailable(const IBase& r) {
+    return IsAvailable(r.GetAccessMode());
+}
 
 // Combines two access modes into the more restrictive one.
 inline EAccessMode Combine(EAccessMode Peter, EAccessMode Paul) {
-    if ((Peter == NI) || (Paul == NI)) return NI;
-    if ((Peter == NA) || (Paul == NA)) return NA;
-    if ((Peter == RO && Paul == WO) || (Peter == WO && Paul == RO)) return NA;
-    if ((Peter == WO) || (Paul == WO)) return WO;
-    if ((Peter == RO) || (Paul == RO)) return RO;
+    if ((Peter == NI) || (Paul == NI))
+        return NI;
+    if ((Peter == NA) || (Paul == NA))
+        return NA;
+    if ((Peter == RO && Paul == WO) || (Peter == WO && Paul == RO))
+        return NA;
+    if ((Peter == WO) || (Paul == WO))
+        return WO;
+    if ((Peter == RO) || (Paul == RO))
+        return RO;
     return RW;
 }
 
-inline bool IsVisible(EVisibility Visibility, EVisibility MaxVisiblity) { return (Visibility <= MaxVisiblity); }
+inline bool IsVisible(EVisibility Visibility, EVisibility MaxVisiblity) {
+    return (Visibility <= MaxVisiblity);
+}
 
 inline EVisibility Combine(EVisibility Peter, EVisibility Paul) {
-    if ((Peter == Invisible) || (Paul == Invisible)) return Invisible;
-    if ((Peter == Guru) || (Paul == Guru)) return Guru;
-    if ((Peter == Expert) || (Paul == Expert)) return Expert;
+    if ((Peter == Invisible) || (Paul == Invisible))
+        return Invisible;
+    if ((Peter == Guru) || (Paul == Guru))
+        return Guru;
+    if ((Peter == Expert) || (Paul == Expert))
+        return Expert;
     return Beginner;
 }
 
-inline bool IsCacheable(ECachingMode CachingMode) { return (CachingMode != NoCache); }
+inline bool IsCacheable(ECachingMode CachingMode) {
+    return (CachingMode != NoCache);
+}
 
 inline ECachingMode Combine(ECachingMode Peter, ECachingMode Paul) {
-    if ((Peter == NoCache) || (Paul == NoCache)) return NoCache;
-    if ((Peter == WriteAround) || (Paul == WriteAround)) return WriteAround;
+    if ((Peter == NoCache) || (Paul == NoCache))
+        return NoCache;
+    if ((Peter == WriteAround) || (Paul == WriteAround))
+        return WriteAround;
     return WriteThrough;
 }
 

@@ -22,7 +22,7 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT INodeMap {
     virtual void Poll(int64_t ElapsedTime) = 0;
     virtual CLock& GetLock() const = 0;
     virtual uint64_t GetNumNodes() const = 0;
-    virtual bool ParseSwissKnifes(GENICAM_NAMESPACE::gcstring_vector * pErrorList = NULL) const = 0;
+    virtual bool ParseSwissKnifes(GENICAM_NAMESPACE::gcstring_vector* pErrorList = NULL) const = 0;
     virtual CNodeWriteConcatenator* NewNodeWriteConcatenator() const = 0;
     virtual bool ConcatenatedWrite(CNodeWriteConcatenator * pConcatenatedWrite, bool featureStreaming = true,
                                    GENICAM_NAMESPACE::gcstring_vector* pErrorList = NULL) = 0;

@@ -27,7 +27,8 @@ public:
     Function_NodeCallback(INode* pNode, const Function& function, ECallbackType CallbackType)
         : CNodeCallback(pNode, CallbackType), m_pFunction(function) {}
     virtual void operator()(ECallbackType CallbackType) const {
-        if (m_pFunction && CallbackType == m_CallbackType) m_pFunction(m_pNode);
+        if (m_pFunction && CallbackType == m_CallbackType)
+            m_pFunction(m_pNode);
     }
     virtual void Destroy() { delete this; }
 
@@ -53,7 +54,8 @@ public:
     Member_NodeCallback(INode* pNode, Client& client, Member member, ECallbackType CallbackType)
         : CNodeCallback(pNode, CallbackType), m_Client(client), m_pMemberFunc(member) {}
     virtual void operator()(ECallbackType CallbackType) const {
-        if (m_pMemberFunc && CallbackType == m_CallbackType) (m_Client.*m_pMemberFunc)(m_pNode);
+        if (m_pMemberFunc && CallbackType == m_CallbackType)
+            (m_Client.*m_pMemberFunc)(m_pNode);
     }
     virtual void Destroy() { delete this; }
 
@@ -65,7 +67,8 @@ private:
 
 template <class Client, class Member>
 CNodeCallback* make_NodeCallback(INode* pNode, Client& client, Member member, ECallbackType CallbackType) {
-    return static_cast<CNodeCallback*>(new Member_NodeCallback<Client, Member>(pNode, client, member, CallbackType));
+    return static_cast<CNodeCallback*>(
+        new Member_NodeCallback<Client, Member>(pNode, client, member, CallbackType));
 }
 
 template <class Client, class Member>

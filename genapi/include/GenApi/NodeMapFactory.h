@@ -27,8 +27,8 @@ public:
                     ECacheUsage_t CacheUsage = CacheUsage_Automatic, bool SuppressStringsOnLoad = false);
     CNodeMapFactory(EContentType_t ContentType, const void* pData, size_t DataSize,
                     ECacheUsage_t CacheUsage = CacheUsage_Automatic, bool SuppressStringsOnLoad = false);
-    CNodeMapFactory(const GENICAM_NAMESPACE::gcstring& XmlData, ECacheUsage_t CacheUsage = CacheUsage_Automatic,
-                    bool SuppressStringsOnLoad = false);
+    CNodeMapFactory(const GENICAM_NAMESPACE::gcstring& XmlData,
+                    ECacheUsage_t CacheUsage = CacheUsage_Automatic, bool SuppressStringsOnLoad = false);
     CNodeMapFactory(const CNodeMapFactory&);
     CNodeMapFactory& operator=(const CNodeMapFactory&);
     virtual ~CNodeMapFactory();
@@ -40,7 +40,8 @@ public:
     static INodeMap* CreateEmptyNodeMap();
     static bool ClearCache();
     void AddInjectionData(CNodeMapFactory& injectionData);
-    CNodeMapFactory ExtractSubtree(const GENICAM_NAMESPACE::gcstring& RootNodeName, bool doRenameToRoot = false);
+    CNodeMapFactory ExtractSubtree(const GENICAM_NAMESPACE::gcstring& RootNodeName,
+                                   bool doRenameToRoot = false);
     void GetSupportedSchemaVersions(GENICAM_NAMESPACE::gcstring_vector& SchemaVersions) const;
 
     bool IsEmpty() const;

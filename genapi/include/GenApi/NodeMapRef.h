@@ -13,7 +13,8 @@ namespace GENAPI_NAMESPACE {
 // Finds the IDestroy interface of a node map; raises when the map has none.
 inline IDestroy* CastToIDestroy(INodeMap* pNodeMap) {
     IDestroy* pDestroy = dynamic_cast<IDestroy*>(pNodeMap);
-    if (!pDestroy) throw LOGICAL_ERROR_EXCEPTION("Unexpected type in dynamic cast");
+    if (!pDestroy)
+        throw LOGICAL_ERROR_EXCEPTION("Unexpected type in dynamic cast");
     return pDestroy;
 }
 
@@ -47,7 +48,8 @@ public:
     }
     CNodeMapRefT& operator=(INodeMap* pNodeMap) {
         Release();
-        Attach(pNodeMap, pNodeMap ? pNodeMap->GetDeviceName() : GENICAM_NAMESPACE::gcstring("Device"), new int(0));
+        Attach(pNodeMap, pNodeMap ? pNodeMap->GetDeviceName() : GENICAM_NAMESPACE::gcstring("Device"),
+               new int(0));
         return *this;
     }
     virtual ~CNodeMapRefT() { Release(); }
@@ -116,17 +118,21 @@ public:
 
 private:
     INodeMap* Checked() const {
-        if (!_Ptr) throw ACCESS_EXCEPTION("Feature not present (reference not valid)");
+        if (!_Ptr)
+            throw ACCESS_EXCEPTION("Feature not present (reference not valid)");
         return _Ptr;
     }
     void Load(CNodeMapFactory factory, const GENICAM_NAMESPACE::gcstring& DeviceName) {
-        if (_Ptr) throw RUNTIME_EXCEPTION("Node map already created");
-        Attach(factory.CreateNodeMap(DeviceName), DeviceName, new int(0));
+        if (_Ptr)
+            throw RUNTIME_EXCEPTION("Node map already created");
+        INodeMap* pNodeMap = factory.CreateNodeMap(DeviceName);
+        Attach(pNodeMap, DeviceName, new int(0));
     }
     void Attach(INodeMap* pNodeMap, const GENICAM_NAMESPACE::gcstring& DeviceName, int* pRefCount) {
         _DeviceName = DeviceName;
         if (!pNodeMap) {
-            if (pRefCount && *pRefCount == 0) delete pRefCount;
+            if (pRefCount && *pRefCount == 0)
+                delete pRefCount;
             return;
         }
         _Ptr = pNodeMap;

@@ -38,19 +38,23 @@ public:
     void operator=(B* pB) { m_pT = dynamic_cast<T*>(pB); }
 
     operator T*(void) const {
-        if (NULL == m_pT) throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
+        if (NULL == m_pT)
+            throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
         return m_pT;
     }
     T& operator*(void) const {
-        if (NULL == m_pT) throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
+        if (NULL == m_pT)
+            throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
         return *m_pT;
     }
     T& operator()(void) const {
-        if (NULL == m_pT) throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
+        if (NULL == m_pT)
+            throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
         return *m_pT;
     }
     T* operator->(void) const {
-        if (NULL == m_pT) throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
+        if (NULL == m_pT)
+            throw LOGICAL_ERROR_EXCEPTION("NULL pointer dereferenced");
         return m_pT;
     }
     bool IsValid() const throw() { return m_pT != NULL; }
@@ -58,7 +62,8 @@ public:
     bool operator==(T* pT) const { return m_pT == pT; }
     bool operator==(const CPointer<T, B>& rT) const { return m_pT == rT.m_pT; }
     bool operator==(int nMustBeNull) const {
-        if (0 != nMustBeNull) throw LOGICAL_ERROR_EXCEPTION("argument must be NULL");
+        if (0 != nMustBeNull)
+            throw LOGICAL_ERROR_EXCEPTION("argument must be NULL");
         return NULL == m_pT;
     }
 
@@ -104,18 +109,30 @@ public:
 inline GENICAM_NAMESPACE::gcstring GetInterfaceName(IBase* pBase) {
     assert(pBase && "GetInterfaceName called with NULL pointer");
     switch (CNodePtr(pBase)->GetPrincipalInterfaceType()) {
-        case intfIValue: return "IValue";
-        case intfIInteger: return "IInteger";
-        case intfIBoolean: return "IBoolean";
-        case intfICommand: return "ICommand";
-        case intfIFloat: return "IFloat";
-        case intfIString: return "IString";
-        case intfIRegister: return "IRegister";
-        case intfICategory: return "ICategory";
-        case intfIEnumeration: return "IEnumeration";
-        case intfIEnumEntry: return "IEnumEntry";
-        case intfIPort: return "IPort";
-        default: return "IBase";
+        case intfIValue:
+            return "IValue";
+        case intfIInteger:
+            return "IInteger";
+        case intfIBoolean:
+            return "IBoolean";
+        case intfICommand:
+            return "ICommand";
+        case intfIFloat:
+            return "IFloat";
+        case intfIString:
+            return "IString";
+        case intfIRegister:
+            return "IRegister";
+        case intfICategory:
+            return "ICategory";
+        case intfIEnumeration:
+            return "IEnumeration";
+        case intfIEnumEntry:
+            return "IEnumEntry";
+        case intfIPort:
+            return "IPort";
+        default:
+            return "IBase";
     }
 }
 

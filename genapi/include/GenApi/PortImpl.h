@@ -20,13 +20,16 @@ public:
     virtual void SetPortImpl(IPort* pPort) { m_ptrPort = pPort; }
     virtual EYesNo GetSwapEndianess() { return No; }
     virtual void Replay(IPortWriteList* pPortRecorder, bool Invalidate = true) {
-        if (pPortRecorder) pPortRecorder->Replay(this);
-        if (Invalidate) InvalidateNode();
+        if (pPortRecorder)
+            pPortRecorder->Replay(this);
+        if (Invalidate)
+            InvalidateNode();
     }
 
     // Invalidates the port node this port is connected to, so that dependent nodes read again.
     void InvalidateNode() {
-        if (m_ptrPort.IsValid()) m_ptrPort->InvalidateNode();
+        if (m_ptrPort.IsValid())
+            m_ptrPort->InvalidateNode();
     }
 
 protected:

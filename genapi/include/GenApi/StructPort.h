@@ -17,12 +17,14 @@ public:
     virtual EAccessMode GetAccessMode() const { return RW; }
     virtual EInterfaceType GetPrincipalInterfaceType() const { return intfIPort; }
     virtual void Read(void* pBuffer, int64_t Address, int64_t Length) {
-        if (!InBounds(Address, Length)) throw RUNTIME_EXCEPTION("CTestPortStruct::Read - Invalid address and/or length");
+        if (!InBounds(Address, Length))
+            throw RUNTIME_EXCEPTION("CTestPortStruct::Read - Invalid address and/or length");
         memcpy(pBuffer, Data() + (Address - m_BaseAddress), static_cast<size_t>(Length));
         ++m_NumReads;
     }
     virtual void Write(const void* pBuffer, int64_t Address, int64_t Length) {
-        if (!InBounds(Address, Length)) throw RUNTIME_EXCEPTION("CTestPortStruct::Write - Invalid address and/or length");
+        if (!InBounds(Address, Length))
+            throw RUNTIME_EXCEPTION("CTestPortStruct::Write - Invalid address and/or length");
         memcpy(Data() + (Address - m_BaseAddress), pBuffer, static_cast<size_t>(Length));
         ++m_NumWrites;
     }

@@ -12,7 +12,13 @@ typedef enum _ESign { Signed, Unsigned, _UndefinedSign } ESign;
 
 typedef enum _EAccessMode { NI, NA, WO, RO, RW, _UndefinedAccesMode, _CycleDetectAccesMode } EAccessMode;
 
-typedef enum _EVisibility { Beginner = 0, Expert = 1, Guru = 2, Invisible = 3, _UndefinedVisibility = 99 } EVisibility;
+typedef enum _EVisibility {
+    Beginner = 0,
+    Expert = 1,
+    Guru = 2,
+    Invisible = 3,
+    _UndefinedVisibility = 99
+} EVisibility;
 
 typedef enum _ECachingMode { NoCache, WriteThrough, WriteAround, _UndefinedCachingMode } ECachingMode;
 
@@ -52,7 +58,12 @@ typedef enum _EXMLValidation {
     _UndefinedEXMLValidation = 0x8000000L
 } EXMLValidation;
 
-typedef enum _EDisplayNotation { fnAutomatic, fnFixed, fnScientific, _UndefinedEDisplayNotation } EDisplayNotation;
+typedef enum _EDisplayNotation {
+    fnAutomatic,
+    fnFixed,
+    fnScientific,
+    _UndefinedEDisplayNotation
+} EDisplayNotation;
 
 typedef enum _EInterfaceType {
     intfIValue,

@@ -18,7 +18,7 @@ GENAPI_DECL GenApi::INodeMap* openAravisDevice(const std::string& deviceId,
 
 // A node map over a fresh instance of Aravis' fake camera, which needs no network.
 GENAPI_DECL GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber = "GENAPI-FAKE",
-                                                    const GenICam::gcstring& deviceName = "Device");
+                                                     const GenICam::gcstring& deviceName = "Device");
 
 }  // namespace GenApiEngine
 
