@@ -53,6 +53,7 @@ constexpr int64_t TestRegister = 0x0420;   // 8 bytes
 constexpr int64_t TestWriteOnlyBoolean = 0x0428;
 constexpr int64_t TestIntegerStep10 = 0x042C;
 constexpr int64_t TestFloatHugeRange = 0x0430;  // double
+constexpr int64_t TestWriteAroundInteger = 0x0440;
 constexpr int64_t FileSelector = 0x0500;
 constexpr int64_t FileOperationSelector = 0x0504;
 constexpr int64_t FileOpenMode = 0x0508;

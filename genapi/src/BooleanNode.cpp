@@ -9,7 +9,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CBooleanNode::CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIBoolean) {}
+    : CValueNode(map, description, arvNode, intfIBoolean) {}
 
 ArvGcBoolean* CBooleanNode::boolean(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_BOOLEAN(arvNode()))
@@ -17,9 +17,10 @@ ArvGcBoolean* CBooleanNode::boolean(const char* method) const {
     return ARV_GC_BOOLEAN(arvNode());
 }
 
-bool CBooleanNode::GetValue(bool, bool) const {
+bool CBooleanNode::GetValue(bool, bool IgnoreCache) const {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    dropCacheIf(IgnoreCache);
     return arvCall("GetValue",
                    [&](GError** e) { return arv_gc_boolean_get_value(boolean("GetValue"), e); }) != FALSE;
 }

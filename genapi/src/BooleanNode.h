@@ -3,17 +3,16 @@
 #define GENAPI_ENGINE_BOOLEANNODE_H
 
 #include <GenApi/IBoolean.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
-class CBooleanNode : public CNodeBase, public virtual GenApi::IBoolean {
+class CBooleanNode : public CValueNode, public virtual GenApi::IBoolean {
 public:
     CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     void SetValue(bool Value, bool Verify = true) override;
     bool GetValue(bool Verify = false, bool IgnoreCache = false) const override;

@@ -11,7 +11,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CCommandNode::CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfICommand) {}
+    : CValueNode(map, description, arvNode, intfICommand) {}
 
 int64_t CCommandNode::commandValue() {
     if (IInteger* source = dynamic_cast<IInteger*>(pointee("pCommandValue")))

@@ -3,17 +3,16 @@
 #define GENAPI_ENGINE_COMMANDNODE_H
 
 #include <GenApi/ICommand.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
-class CCommandNode : public CNodeBase, public virtual GenApi::ICommand {
+class CCommandNode : public CValueNode, public virtual GenApi::ICommand {
 public:
     CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     void Execute(bool Verify = true) override;
     void operator()() override { Execute(); }

@@ -11,7 +11,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CEnumerationNode::CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIEnumeration) {}
+    : CValueNode(map, description, arvNode, intfIEnumeration) {}
 
 ArvGcEnumeration* CEnumerationNode::enumeration(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_ENUMERATION(arvNode()))
@@ -45,9 +45,10 @@ void CEnumerationNode::GetEntries(NodeList_t& Entries) {
         Entries.push_back(candidate);
 }
 
-int64_t CEnumerationNode::GetIntValue(bool, bool) {
+int64_t CEnumerationNode::GetIntValue(bool, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetIntValue");
+    dropCacheIf(IgnoreCache);
     return arvCall("GetIntValue", [&](GError** e) {
         return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
     });

@@ -3,19 +3,18 @@
 #define GENAPI_ENGINE_ENUMERATIONNODE_H
 
 #include <GenApi/IEnumeration.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
 class CEnumEntryNode;
 
-class CEnumerationNode : public CNodeBase, public virtual GenApi::IEnumeration {
+class CEnumerationNode : public CValueNode, public virtual GenApi::IEnumeration {
 public:
     CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     void GetSymbolics(GenApi::StringList_t& Symbolics) override;
     void GetEntries(GenApi::NodeList_t& Entries) override;

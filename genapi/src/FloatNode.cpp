@@ -13,7 +13,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CFloatNode::CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIFloat),
+    : CValueNode(map, description, arvNode, intfIFloat),
       m_ImposedMin(-std::numeric_limits<double>::max()),
       m_ImposedMax(std::numeric_limits<double>::max()) {}
 
@@ -41,9 +41,10 @@ void CFloatNode::checkAvailable(const char* method) const {
         raise(EError::Access, method, "Node is not available.");
 }
 
-double CFloatNode::GetValue(bool Verify, bool) {
+double CFloatNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    dropCacheIf(IgnoreCache);
     const double value =
         arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });
     if (Verify && (value < GetMin() || value > GetMax())) {

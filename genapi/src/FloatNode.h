@@ -3,18 +3,17 @@
 #define GENAPI_ENGINE_FLOATNODE_H
 
 #include <GenApi/IFloat.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
-class CFloatNode : public CNodeBase, public virtual GenApi::IFloat {
+class CFloatNode : public CValueNode, public virtual GenApi::IFloat {
 public:
     CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     // IValue
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     // IFloat
     void SetValue(double Value, bool Verify = true) override;

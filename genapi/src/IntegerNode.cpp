@@ -13,7 +13,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CIntegerNode::CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIInteger) {}
+    : CValueNode(map, description, arvNode, intfIInteger) {}
 
 ArvGcInteger* CIntegerNode::integer(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_INTEGER(arvNode()))
@@ -64,9 +64,10 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
     }
 }
 
-int64_t CIntegerNode::GetValue(bool Verify, bool) {
+int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    dropCacheIf(IgnoreCache);
     const int64_t value =
         arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
     if (Verify && (value < GetMin() || value > GetMax())) {

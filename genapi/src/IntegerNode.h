@@ -3,18 +3,17 @@
 #define GENAPI_ENGINE_INTEGERNODE_H
 
 #include <GenApi/IInteger.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
-class CIntegerNode : public CNodeBase, public virtual GenApi::IInteger {
+class CIntegerNode : public CValueNode, public virtual GenApi::IInteger {
 public:
     CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     // IValue
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     // IInteger
     void SetValue(int64_t Value, bool Verify = true) override;

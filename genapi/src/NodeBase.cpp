@@ -15,12 +15,6 @@ using GENICAM_NAMESPACE::gcstring_vector;
 namespace GenApiEngine {
 namespace {
 
-bool isValuePointer(const std::string& property) {
-    return property == "pValue" || property == "pVariable" || property == "pIndex" ||
-           property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
-           property == "pLength";
-}
-
 // Runs a function with a depth counter raised, so that cyclic descriptions cannot recurse forever.
 class CDepthGuard {
 public:
@@ -38,6 +32,12 @@ void appendUnique(NodeList_t& list, std::set<INode*>& seen, INode* node) {
 }
 
 }  // namespace
+
+bool isValuePointer(const std::string& property) {
+    return property == "pValue" || property == "pVariable" || property == "pIndex" ||
+           property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
+           property == "pLength";
+}
 
 bool isRegisterKind(const std::string& tag) {
     return tag == "IntReg" || tag == "MaskedIntReg" || tag == "FloatReg" || tag == "StringReg" ||
@@ -163,7 +163,7 @@ EVisibility CNodeBase::GetVisibility() const {
 
 void CNodeBase::InvalidateNode() {
     CMapEntry entry(m_Map);
-    changed();
+    m_Map.invalidate(this);
 }
 
 bool CNodeBase::IsCachable() const {

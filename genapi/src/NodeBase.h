@@ -18,6 +18,8 @@ class CNodeMapImpl;
 
 // Register nodes read and write device memory themselves; their access comes from AccessMode and the port.
 bool isRegisterKind(const std::string& tag);
+// Pointer properties a node's value is computed from.
+bool isValuePointer(const std::string& property);
 
 class CNodeBase : public virtual GenApi::INode, public virtual GenApi::ISelector, public GenApi::IUserData {
 public:

@@ -11,6 +11,7 @@
 #include "PortNode.h"
 #include "RegisterNode.h"
 #include "StringNode.h"
+#include "TextForms.h"
 #include <GenApi/GenApiVersion.h>
 #include <GenApi/IPortConstruct.h>
 #include <algorithm>
@@ -108,6 +109,10 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
       m_Lock(userLock ? userLock : &m_OwnLock) {
     createNodes();
     linkNodes();
+    if (m_OwnsDevice) {
+        createCacheRules();
+        setDeviceCache(m_Device, &m_Cache);
+    }
 }
 
 CNodeMapImpl::~CNodeMapImpl() {
@@ -168,6 +173,7 @@ void CNodeMapImpl::linkNodes() {
                 addUnique(m_Dependents[node], target);
             } else if (property.name == "pInvalidator") {
                 addUnique(m_Dependents[target], node);
+                addUnique(m_InvalidatedBy[target], node);
             } else {
                 link(node, target);
             }
@@ -206,6 +212,76 @@ void CNodeMapImpl::linkNodes() {
     }
 }
 
+// A register may be cached when its address and length are constants; an index repeats it by its offset.
+void CNodeMapImpl::createCacheRules() {
+    for (const std::unique_ptr<CNodeBase>& owner : m_Nodes) {
+        const SNodeDescription& d = owner->description();
+        if (!isRegisterKind(d.tag) || d.values("Address").size() != 1 || d.has("pAddress"))
+            continue;
+        int64_t address = 0;
+        int64_t length = 0;
+        if (!textToInteger(d.value("Address"), address) || !textToInteger(d.value("Length"), length))
+            continue;
+        int64_t stride = 0;
+        for (const SProperty& property : d.properties) {
+            if (property.name != "pIndex")
+                continue;
+            stride = length;
+            if (property.attribute.compare(0, 7, "Offset=") == 0)
+                textToInteger(property.attribute.substr(7), stride);
+            if (property.attribute.find("pOffset") != std::string::npos)
+                stride = -1;
+        }
+        if (stride < 0)
+            continue;
+        const ECachingMode mode = owner->GetCachingMode();
+        m_CacheRules[owner.get()] = m_Cache.addRule(SCacheRule{address, length, stride, mode});
+    }
+}
+
+std::vector<const CNodeBase*> CNodeMapImpl::registersBehind(const CNodeBase* node, bool valueOnly) const {
+    std::vector<const CNodeBase*> registers;
+    std::vector<const CNodeBase*> work{node};
+    std::set<const CNodeBase*> seen{node};
+    while (!work.empty()) {
+        const CNodeBase* current = work.back();
+        work.pop_back();
+        if (isRegisterKind(current->description().tag))
+            registers.push_back(current);
+        for (const CNodeBase* child : valueOnly ? valueSources(current) : references(current)) {
+            if (child->description().tag != "Port" && seen.insert(child).second)
+                work.push_back(child);
+        }
+    }
+    return registers;
+}
+
+void CNodeMapImpl::dropCache(const CNodeBase* node) const {
+    if (node->description().tag == "Port") {
+        m_Cache.clear();
+        return;
+    }
+    for (const CNodeBase* reg : registersBehind(node, false)) {
+        const auto rule = m_CacheRules.find(reg);
+        if (rule != m_CacheRules.end())
+            m_Cache.invalidateRule(rule->second);
+    }
+}
+
+bool CNodeMapImpl::cacheHolds(const CNodeBase* node) const {
+    for (const CNodeBase* reg : registersBehind(node, true)) {
+        const auto rule = m_CacheRules.find(reg);
+        if (rule == m_CacheRules.end() || !m_Cache.ruleIsValid(rule->second))
+            return false;
+    }
+    return true;
+}
+
+void CNodeMapImpl::invalidate(CNodeBase* node) const {
+    dropCache(node);
+    noteChanged(node);
+}
+
 CNodeBase* CNodeMapImpl::node(const std::string& name) const {
     const auto found = m_ByName.find(name);
     return found == m_ByName.end() ? nullptr : found->second;
@@ -214,6 +290,17 @@ CNodeBase* CNodeMapImpl::node(const std::string& name) const {
 const std::vector<CNodeBase*>& CNodeMapImpl::dependents(const CNodeBase* node) const {
     const auto found = m_Dependents.find(node);
     return found == m_Dependents.end() ? noNodes : found->second;
+}
+
+std::vector<CNodeBase*> CNodeMapImpl::valueSources(const CNodeBase* node) const {
+    std::vector<CNodeBase*> sources;
+    for (const SProperty& property : node->description().properties) {
+        if (!isValuePointer(property.name))
+            continue;
+        if (CNodeBase* source = this->node(property.value))
+            sources.push_back(source);
+    }
+    return sources;
 }
 
 const std::vector<CNodeBase*>& CNodeMapImpl::references(const CNodeBase* node) const {
@@ -287,12 +374,15 @@ void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& chan
 }
 
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {
-    if (m_SuppressMode != csmOff)
-        return;
     std::vector<CNodeBase*> changed;
     collectChanged(node, changed);
     for (CNodeBase* candidate : changed) {
-        if (m_PendingSet.insert(candidate).second)
+        const auto invalidated = m_InvalidatedBy.find(candidate);
+        if (invalidated != m_InvalidatedBy.end()) {
+            for (CNodeBase* target : invalidated->second)
+                dropCache(target);
+        }
+        if (m_SuppressMode == csmOff && m_PendingSet.insert(candidate).second)
             m_Pending.push_back(candidate);
     }
 }
@@ -315,6 +405,7 @@ INode* CNodeMapImpl::GetNode(const gcstring& Name) const {
 
 void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
+    m_Cache.clear();
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {
@@ -371,7 +462,7 @@ void CNodeMapImpl::Poll(int64_t ElapsedTime) {
         polled.second += ElapsedTime;
         if (polled.second >= polled.first->GetPollingTime()) {
             polled.second = 0;
-            noteChanged(polled.first);
+            invalidate(polled.first);
         }
     }
 }

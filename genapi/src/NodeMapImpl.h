@@ -7,6 +7,7 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
+#include "RegisterCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
 #include <map>
@@ -80,14 +81,25 @@ public:
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
     void enter() const;
     void leave() const;
-    // Marks a node as changed: its callbacks and those of every node depending on it fire once.
+    // Marks a node as changed: its callbacks and those of every node depending on it fire once, and
+    // nodes that name a changed node as their pInvalidator lose their cached register bytes.
     void noteChanged(CNodeBase* node) const;
+    // Drops the cached bytes behind a node, then marks it changed.
+    void invalidate(CNodeBase* node) const;
+    // The register cache: dropping what lies behind a node, and whether all of it is cached.
+    void dropCache(const CNodeBase* node) const;
+    bool cacheHolds(const CNodeBase* node) const;
 
 private:
     CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
                  const GenICam::gcstring& deviceName, GenApi::CLock* userLock);
     ~CNodeMapImpl();
     void createNodes();
+    void createCacheRules();
+    // The register nodes a node reads, directly or through other nodes; ports excluded.
+    // With valueOnly, only through the pointers the value is computed from (pValue, pVariable, pIndex, ...).
+    std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
+    std::vector<CNodeBase*> valueSources(const CNodeBase* node) const;
     void linkNodes();
     void link(CNodeBase* from, CNodeBase* to);
     void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
@@ -106,7 +118,10 @@ private:
     std::map<std::string, CNodeBase*> m_ByName;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
+    mutable CRegisterCache m_Cache;
+    std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 
     mutable int m_Depth = 0;

@@ -6,6 +6,7 @@ namespace {
 
 struct PortState {
     GenApi::IPort* port = nullptr;
+    GenApiEngine::CRegisterCache* cache = nullptr;
     std::exception_ptr lastError;
 };
 
@@ -52,15 +53,29 @@ gboolean transfer(ArvDevice* device, GError** error, Transfer call) {
 }
 
 gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
-    return transfer(device, error, [&](GenApi::IPort* port) {
-        port->Read(buffer, static_cast<int64_t>(address), static_cast<int64_t>(size));
-    });
+    GenApiEngine::CRegisterCache* cache = stateOf(device)->cache;
+    const int64_t start = static_cast<int64_t>(address);
+    if (cache && stateOf(device)->port && cache->read(start, size, buffer))
+        return TRUE;
+    const gboolean done =
+        transfer(device, error, [&](GenApi::IPort* port) { port->Read(buffer, start, size); });
+    if (done && cache)
+        cache->afterRead(start, size, buffer);
+    return done;
 }
 
 gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
-    return transfer(device, error, [&](GenApi::IPort* port) {
-        port->Write(buffer, static_cast<int64_t>(address), static_cast<int64_t>(size));
-    });
+    GenApiEngine::CRegisterCache* cache = stateOf(device)->cache;
+    const int64_t start = static_cast<int64_t>(address);
+    const gboolean done =
+        transfer(device, error, [&](GenApi::IPort* port) { port->Write(buffer, start, size); });
+    if (cache) {
+        if (done)
+            cache->afterWrite(start, size, buffer);
+        else
+            cache->invalidate(start, size);
+    }
+    return done;
 }
 
 gboolean readRegister(ArvDevice* device, guint64 address, guint32* value, GError** error) {
@@ -100,6 +115,10 @@ ArvDevice* createPortDevice() {
 
 void setDevicePort(ArvDevice* device, GenApi::IPort* port) {
     stateOf(device)->port = port;
+}
+
+void setDeviceCache(ArvDevice* device, CRegisterCache* cache) {
+    stateOf(device)->cache = cache;
 }
 
 GenApi::IPort* devicePort(ArvDevice* device) {

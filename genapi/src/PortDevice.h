@@ -4,6 +4,7 @@
 
 #include <GenApi/IPort.h>
 #include <arv.h>
+#include "RegisterCache.h"
 #include <exception>
 
 namespace GenApiEngine {
@@ -13,6 +14,8 @@ ArvDevice* createPortDevice();
 // Connects (or, with null, disconnects) the port behind a device made by createPortDevice.
 void setDevicePort(ArvDevice* device, GenApi::IPort* port);
 GenApi::IPort* devicePort(ArvDevice* device);
+// Lets reads be served from, and transfers update, a register cache (null for none).
+void setDeviceCache(ArvDevice* device, CRegisterCache* cache);
 // True for devices made by createPortDevice.
 bool isPortDevice(ArvDevice* device);
 // Takes the exception the port raised during the last failed transfer, if any.

@@ -3,7 +3,7 @@
 #define GENAPI_ENGINE_REGISTERNODE_H
 
 #include <GenApi/IRegister.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
 #include <cinttypes>
@@ -28,8 +28,9 @@ public:
         this->changed();
     }
 
-    void Get(uint8_t* pBuffer, int64_t Length, bool = false, bool = false) override {
+    void Get(uint8_t* pBuffer, int64_t Length, bool = false, bool IgnoreCache = false) override {
         CMapEntry entry(this->map());
+        this->dropCacheIf(IgnoreCache);
         this->checkReadable("Get");
         checkLength(pBuffer, Length, "Get");
         if (Length == 0)
@@ -70,14 +71,13 @@ private:
 };
 
 // A plain Register node: its value is its bytes, shown in hex.
-class CRawRegisterBase : public CNodeBase, public virtual GenApi::IValue {
+class CRawRegisterBase : public CValueNode {
 public:
     CRawRegisterBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-        : CNodeBase(map, description, arvNode, GenApi::intfIRegister) {}
+        : CValueNode(map, description, arvNode, GenApi::intfIRegister) {}
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
 protected:
     GenApi::EAccessMode naturalAccessMode() const override { return registerAccessMode(); }

@@ -10,7 +10,7 @@ using GENICAM_NAMESPACE::gcstring;
 namespace GenApiEngine {
 
 CStringNode::CStringNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIString) {}
+    : CValueNode(map, description, arvNode, intfIString) {}
 
 ArvGcString* CStringNode::string(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_STRING(arvNode()))
@@ -24,9 +24,10 @@ EAccessMode CStringNode::naturalAccessMode() const {
     return CNodeBase::naturalAccessMode();
 }
 
-gcstring CStringNode::GetValue(bool, bool) {
+gcstring CStringNode::GetValue(bool, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    dropCacheIf(IgnoreCache);
     // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
     IRegister* reg = dynamic_cast<IRegister*>(this);
     if (reg && reg->GetLength() == 0)

@@ -3,17 +3,16 @@
 #define GENAPI_ENGINE_STRINGNODE_H
 
 #include <GenApi/IString.h>
-#include "NodeBase.h"
+#include "ValueNode.h"
 
 namespace GenApiEngine {
 
-class CStringNode : public CNodeBase, public virtual GenApi::IString {
+class CStringNode : public CValueNode, public virtual GenApi::IString {
 public:
     CStringNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
-    bool IsValueCacheValid() const override { return false; }
 
     void SetValue(const GenICam::gcstring& Value, bool Verify = true) override;
     GenApi::IString& operator=(const GenICam::gcstring& Value) override;

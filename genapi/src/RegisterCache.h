@@ -1,0 +1,48 @@
+// Cached register contents of a node map whose registers are reached through a user port.
+#ifndef GENAPI_ENGINE_REGISTERCACHE_H
+#define GENAPI_ENGINE_REGISTERCACHE_H
+
+#include <GenApi/INode.h>
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace GenApiEngine {
+
+// Where a register lives and how it may be cached; indexed registers repeat every `stride` bytes.
+struct SCacheRule {
+    int64_t address;
+    int64_t length;
+    int64_t stride;
+    GenApi::ECachingMode mode;
+};
+
+class CRegisterCache {
+public:
+    // Adds a register; returns the rule's number, by which its entries can be dropped later.
+    size_t addRule(const SCacheRule& rule);
+
+    // Serves a read from the cache; false when the bytes must come from the device.
+    bool read(int64_t address, int64_t length, void* buffer) const;
+    // Keeps bytes just read from the device when their register may be cached.
+    void afterRead(int64_t address, int64_t length, const void* buffer);
+    // Write-through registers keep the written bytes; everything else the write touches is dropped.
+    void afterWrite(int64_t address, int64_t length, const void* buffer);
+
+    void invalidateRule(size_t rule);
+    void invalidate(int64_t address, int64_t length);
+    void clear() { m_Entries.clear(); }
+    bool isValid(int64_t address, int64_t length) const;
+    bool ruleIsValid(size_t rule) const;
+
+private:
+    GenApi::ECachingMode modeOf(int64_t address, int64_t length) const;
+    bool matches(const SCacheRule& rule, int64_t address, int64_t length) const;
+
+    std::vector<SCacheRule> m_Rules;
+    std::map<int64_t, std::vector<uint8_t>> m_Entries;
+};
+
+}  // namespace GenApiEngine
+
+#endif

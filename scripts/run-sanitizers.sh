@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Builds the project with ThreadSanitizer and with AddressSanitizer plus UndefinedBehaviorSanitizer,
+# and runs the tests of the given CTest label (default: engine) under each.
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+label="${1:-engine}"
+"$here/scripts/setup.sh" >/dev/null
+export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1"
+export ASAN_OPTIONS="detect_leaks=1 halt_on_error=1"
+export UBSAN_OPTIONS="print_stacktrace=1 halt_on_error=1"
+for sanitizer in thread "address,undefined"; do
+    build="$here/build-${sanitizer//,/-}"
+    echo "== $sanitizer: $build"
+    cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DPC_SANITIZE="$sanitizer" >/dev/null
+    cmake --build "$build" -j2
+    ctest --test-dir "$build" -L "$label" --output-on-failure -j2
+done

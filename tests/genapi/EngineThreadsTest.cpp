@@ -1,0 +1,72 @@
+// Several threads reading and writing one node map while callbacks run.
+#include "SimulatedCameraFixture.h"
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using namespace GenApi;
+
+namespace {
+
+class CCallbackCounter {
+public:
+    explicit CCallbackCounter(IInteger* width) : m_Width(width) {}
+    void onInside(INode*) {
+        ++m_Inside;
+        m_LastMax = m_Width->GetMax();  // reads the map from inside the lock
+    }
+    void onOutside(INode*) { ++m_Outside; }
+    int inside() const { return m_Inside; }
+    int outside() const { return m_Outside; }
+
+private:
+    IInteger* m_Width;
+    std::atomic<int> m_Inside{0};
+    std::atomic<int> m_Outside{0};
+    std::atomic<int64_t> m_LastMax{0};
+};
+
+}  // namespace
+
+TEST_F(SimulatedCameraTest, ThreadsShareOneNodeMapWithoutRacesOrDeadlocks) {
+    CCallbackCounter counter(integer("Width"));
+    Register(node("Width"), counter, &CCallbackCounter::onInside, cbPostInsideLock);
+    Register(node("Width"), counter, &CCallbackCounter::onOutside, cbPostOutsideLock);
+    integer("Width")->SetValue(256);
+    integer("OffsetX")->SetValue(0);
+    constexpr int iterations = 300;
+    std::atomic<int> failures{0};
+    std::vector<std::thread> threads;
+    threads.emplace_back([&] {
+        for (int i = 0; i < iterations; ++i)
+            integer("OffsetX")->SetValue((i % 8) * 16);
+    });
+    threads.emplace_back([&] {
+        for (int i = 0; i < iterations; ++i)
+            integer("Width")->SetValue(256 + (i % 4) * 16);
+    });
+    threads.emplace_back([&] {
+        for (int i = 0; i < iterations; ++i) {
+            const int64_t width = integer("Width")->GetValue();
+            const int64_t offset = integer("OffsetX")->GetValue();
+            if (width < 256 || width > 304 || offset > 112)
+                ++failures;
+            floating("DeviceTemperature")->GetValue();
+        }
+    });
+    threads.emplace_back([&] {
+        for (int i = 0; i < iterations; ++i) {
+            map()->Poll(100);
+            if (i % 50 == 0)
+                map()->InvalidateNodes();
+            enumeration("GainSelector")->SetIntValue(i % 4);
+            floating("Gain")->SetValue((i % 24) * 1.0);
+        }
+    });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failures, 0);
+    // Every Width write and every OffsetX write (which changes Width's maximum) fired Width's callbacks.
+    EXPECT_GE(counter.inside(), 2 * iterations + 2);
+    EXPECT_EQ(counter.inside(), counter.outside());
+}
