@@ -59,6 +59,26 @@ EError kindOfDeviceError(int code) {
     }
 }
 
+// The kind of a GenICam exception, most specific class first.
+EError kindOf(const GENICAM_NAMESPACE::GenericException& e) {
+    using namespace GENICAM_NAMESPACE;
+    if (dynamic_cast<const AccessException*>(&e))
+        return EError::Access;
+    if (dynamic_cast<const OutOfRangeException*>(&e))
+        return EError::OutOfRange;
+    if (dynamic_cast<const InvalidArgumentException*>(&e))
+        return EError::InvalidArgument;
+    if (dynamic_cast<const LogicalErrorException*>(&e))
+        return EError::LogicalError;
+    if (dynamic_cast<const TimeoutException*>(&e))
+        return EError::Timeout;
+    if (dynamic_cast<const PropertyException*>(&e))
+        return EError::Property;
+    if (dynamic_cast<const BadAllocException*>(&e))
+        return EError::BadAlloc;
+    return EError::Runtime;
+}
+
 }  // namespace
 
 std::string formatText(const char* format, ...) {
@@ -108,25 +128,10 @@ void raiseFromGError(GError* error, const std::string& node, const char* method)
 }
 
 void rethrowPortError(const std::exception_ptr& error, const std::string& node, const char* method) {
-    using namespace GENICAM_NAMESPACE;
     try {
         std::rethrow_exception(error);
-    } catch (const AccessException& e) {
-        raiseNodeError(EError::Access, node, method, e.GetDescription());
-    } catch (const OutOfRangeException& e) {
-        raiseNodeError(EError::OutOfRange, node, method, e.GetDescription());
-    } catch (const InvalidArgumentException& e) {
-        raiseNodeError(EError::InvalidArgument, node, method, e.GetDescription());
-    } catch (const LogicalErrorException& e) {
-        raiseNodeError(EError::LogicalError, node, method, e.GetDescription());
-    } catch (const TimeoutException& e) {
-        raiseNodeError(EError::Timeout, node, method, e.GetDescription());
-    } catch (const PropertyException& e) {
-        raiseNodeError(EError::Property, node, method, e.GetDescription());
-    } catch (const BadAllocException& e) {
-        raiseNodeError(EError::BadAlloc, node, method, e.GetDescription());
-    } catch (const GenericException& e) {
-        raiseNodeError(EError::Runtime, node, method, e.GetDescription());
+    } catch (const GENICAM_NAMESPACE::GenericException& e) {
+        raiseNodeError(kindOf(e), node, method, e.GetDescription());
     } catch (const std::exception& e) {
         raiseNodeError(EError::Runtime, node, method, e.what());
     }

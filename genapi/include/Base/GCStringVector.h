@@ -2,6 +2,7 @@
 #ifndef GENICAM_GCSTRINGVECTOR_H
 #define GENICAM_GCSTRINGVECTOR_H
 
+#include <Base/GCIterators.h>
 #include <Base/GCString.h>
 #include <vector>
 
@@ -9,92 +10,8 @@ namespace GENICAM_NAMESPACE {
 
 class GCBASE_API gcstring_vector {
 public:
-    class iterator;
-
-    class GCBASE_API const_iterator {
-    public:
-        const_iterator(gcstring* pPtr = 0) : _ps(pPtr) {}
-        const gcstring& operator*(void) const { return *_ps; }
-        const gcstring* operator->(void) const { return _ps; }
-        const_iterator& operator++(void) {
-            ++_ps;
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const_iterator tmp(*this);
-            ++_ps;
-            return tmp;
-        }
-        const_iterator& operator--(void) {
-            --_ps;
-            return *this;
-        }
-        const_iterator operator--(int) {
-            const_iterator tmp(*this);
-            --_ps;
-            return tmp;
-        }
-        const_iterator& operator+=(intptr_t iInc) {
-            _ps += iInc;
-            return *this;
-        }
-        const_iterator operator+(intptr_t iInc) const { return const_iterator(_ps + iInc); }
-        const_iterator& operator-=(intptr_t iDec) {
-            _ps -= iDec;
-            return *this;
-        }
-        intptr_t operator-(const const_iterator& iter) const { return _ps - iter._ps; }
-        const_iterator operator-(intptr_t iDec) const { return const_iterator(_ps - iDec); }
-        const gcstring& operator[](intptr_t iIndex) const { return _ps[iIndex]; }
-        bool operator==(const const_iterator& iter) const { return _ps == iter._ps; }
-        bool operator!=(const const_iterator& iter) const { return _ps != iter._ps; }
-        bool operator<(const const_iterator& iter) const { return _ps < iter._ps; }
-        bool operator>(const const_iterator& iter) const { return _ps > iter._ps; }
-        bool operator<=(const const_iterator& iter) const { return _ps <= iter._ps; }
-        bool operator>=(const const_iterator& iter) const { return _ps >= iter._ps; }
-        friend const_iterator operator+(intptr_t iInc, const const_iterator& iter) { return iter + iInc; }
-
-    protected:
-        gcstring* _ps;
-    };
-
-    class GCBASE_API iterator : public const_iterator {
-    public:
-        iterator(gcstring* pPtr = 0) : const_iterator(pPtr) {}
-        gcstring& operator*(void) const { return *_ps; }
-        gcstring* operator->(void) const { return _ps; }
-        iterator& operator++(void) {
-            ++_ps;
-            return *this;
-        }
-        iterator operator++(int) {
-            iterator tmp(*this);
-            ++_ps;
-            return tmp;
-        }
-        iterator& operator--(void) {
-            --_ps;
-            return *this;
-        }
-        iterator operator--(int) {
-            iterator tmp(*this);
-            --_ps;
-            return tmp;
-        }
-        iterator& operator+=(intptr_t iInc) {
-            _ps += iInc;
-            return *this;
-        }
-        iterator operator+(intptr_t iInc) const { return iterator(_ps + iInc); }
-        iterator& operator-=(intptr_t iDec) {
-            _ps -= iDec;
-            return *this;
-        }
-        intptr_t operator-(const iterator& iter) const { return _ps - iter._ps; }
-        iterator operator-(intptr_t iDec) const { return iterator(_ps - iDec); }
-        gcstring& operator[](intptr_t iIndex) const { return _ps[iIndex]; }
-        friend iterator operator+(intptr_t iInc, const iterator& iter) { return iter + iInc; }
-    };
+    typedef detail::const_iterator_t<gcstring> const_iterator;
+    typedef detail::iterator_t<gcstring> iterator;
 
     gcstring_vector(void);
     explicit gcstring_vector(size_t uiSize, const gcstring& str = gcstring());

@@ -2,6 +2,7 @@
 #ifndef GENAPI_CONTAINER_H
 #define GENAPI_CONTAINER_H
 
+#include <Base/GCIterators.h>
 #include <GenApi/GenApiDll.h>
 #include <Base/GCTypes.h>
 #include <cstddef>
@@ -17,102 +18,8 @@ struct IValue;
 template <typename T>
 class pointer_vector {
 public:
-    class iterator;
-
-    class const_iterator {
-    public:
-        typedef std::random_access_iterator_tag iterator_category;
-        typedef T value_type;
-        typedef ptrdiff_t difference_type;
-        typedef const T* pointer;
-        typedef const T& reference;
-
-        const_iterator(T* pPtr = 0) : _ps(pPtr) {}
-        const T& operator*(void) const { return *_ps; }
-        const_iterator& operator++(void) {
-            ++_ps;
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const_iterator tmp(*this);
-            ++_ps;
-            return tmp;
-        }
-        const_iterator& operator--(void) {
-            --_ps;
-            return *this;
-        }
-        const_iterator operator--(int) {
-            const_iterator tmp(*this);
-            --_ps;
-            return tmp;
-        }
-        const_iterator& operator+=(intptr_t iInc) {
-            _ps += iInc;
-            return *this;
-        }
-        const_iterator operator+(intptr_t iInc) const { return const_iterator(_ps + iInc); }
-        const_iterator& operator-=(intptr_t iDec) {
-            _ps -= iDec;
-            return *this;
-        }
-        intptr_t operator-(const const_iterator& iter) const { return _ps - iter._ps; }
-        const_iterator operator-(intptr_t iDec) const { return const_iterator(_ps - iDec); }
-        const T& operator[](intptr_t iIndex) const { return _ps[iIndex]; }
-        bool operator==(const const_iterator& iter) const { return _ps == iter._ps; }
-        bool operator!=(const const_iterator& iter) const { return _ps != iter._ps; }
-        bool operator<(const const_iterator& iter) const { return _ps < iter._ps; }
-        bool operator>(const const_iterator& iter) const { return _ps > iter._ps; }
-        bool operator<=(const const_iterator& iter) const { return _ps <= iter._ps; }
-        bool operator>=(const const_iterator& iter) const { return _ps >= iter._ps; }
-        friend const_iterator operator+(intptr_t iInc, const const_iterator& iter) { return iter + iInc; }
-
-    protected:
-        T* _ps;
-    };
-
-    class iterator : public const_iterator {
-    public:
-        typedef std::random_access_iterator_tag iterator_category;
-        typedef T value_type;
-        typedef ptrdiff_t difference_type;
-        typedef T* pointer;
-        typedef T& reference;
-
-        iterator(T* pPtr = 0) : const_iterator(pPtr) {}
-        T& operator*(void) const { return *this->_ps; }
-        iterator& operator++(void) {
-            ++this->_ps;
-            return *this;
-        }
-        iterator operator++(int) {
-            iterator tmp(*this);
-            ++this->_ps;
-            return tmp;
-        }
-        iterator& operator--(void) {
-            --this->_ps;
-            return *this;
-        }
-        iterator operator--(int) {
-            iterator tmp(*this);
-            --this->_ps;
-            return tmp;
-        }
-        iterator& operator+=(intptr_t iInc) {
-            this->_ps += iInc;
-            return *this;
-        }
-        iterator operator+(intptr_t iInc) const { return iterator(this->_ps + iInc); }
-        iterator& operator-=(intptr_t iDec) {
-            this->_ps -= iDec;
-            return *this;
-        }
-        intptr_t operator-(const iterator& iter) const { return this->_ps - iter._ps; }
-        iterator operator-(intptr_t iDec) const { return iterator(this->_ps - iDec); }
-        T& operator[](intptr_t iIndex) const { return this->_ps[iIndex]; }
-        friend iterator operator+(intptr_t iInc, const iterator& iter) { return iter + iInc; }
-    };
+    typedef GENICAM_NAMESPACE::detail::const_iterator_t<T> const_iterator;
+    typedef GENICAM_NAMESPACE::detail::iterator_t<T> iterator;
 
     pointer_vector() {}
     explicit pointer_vector(size_t uiSize) : _pv(uiSize) {}

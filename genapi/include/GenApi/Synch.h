@@ -3,6 +3,7 @@
 #define GENAPI_SYNCH_H
 
 #include <GenApi/GenApiDll.h>
+#include <Base/GCLockGuards.h>
 #include <pthread.h>
 
 namespace GENAPI_NAMESPACE {
@@ -31,39 +32,10 @@ private:
     CLockEx& operator=(const CLockEx&);
 };
 
-class AutoLock {
-    CLock& m_Lock;
-
-public:
-    AutoLock(CLock& lock) : m_Lock(lock) { m_Lock.Lock(); }
-    ~AutoLock() { m_Lock.Unlock(); }
-
-private:
-    AutoLock& operator=(const AutoLock&);
-    AutoLock(const AutoLock&);
-};
+typedef GENICAM_NAMESPACE::detail::AutoLockT<CLock> AutoLock;
 
 template <class Object>
-class LockableObject {
-public:
-    mutable CLock m_Lock;
-
-    class Lock;
-    friend class Lock;
-
-    class Lock {
-        const LockableObject<Object>& m_Host;
-
-    public:
-        Lock(const LockableObject<Object>& host) : m_Host(host) { m_Host.m_Lock.Lock(); }
-        ~Lock() { m_Host.m_Lock.Unlock(); }
-
-    private:
-        Lock& operator=(const Lock&);
-    };
-
-    Lock GetLock() const { return Lock(*this); }
-};
+using LockableObject = GENICAM_NAMESPACE::detail::LockableObjectT<Object, CLock>;
 
 }  // namespace GENAPI_NAMESPACE
 
