@@ -1,0 +1,54 @@
+// The lifecycle state of the camera behind a collection, shared by everything that touches its nodes.
+#ifndef PARAMETERCOLLECTION_OBJECTSTATE_H
+#define PARAMETERCOLLECTION_OBJECTSTATE_H
+
+#include "ParameterCollectionExport.h"
+#include <QObject>
+#include <QString>
+#include <atomic>
+
+class QMutex;
+
+namespace ParameterCollection {
+
+enum EObjectState : int { ObjectState_Disposed = 0, ObjectState_Open = 1, ObjectState_Closed = 2 };
+
+// Open, closed or disposed; one recursive mutex serialises all work on the collection and its
+// parameters, and the entry count says how many calls are inside the library. The accessors take no
+// lock: callers hold lock() when consistency matters.
+class PARAMETERCOLLECTION_EXPORT CObjectState : public QObject {
+    Q_OBJECT
+
+public:
+    // The owner is remembered, not made the Qt parent.
+    explicit CObjectState(QObject* owner);
+    ~CObjectState() override;
+
+    EObjectState getState() const;
+    void setState(EObjectState state);
+    int getEntryCount() const;
+    void setEntryCount(int count);
+    void incrementEntryCount();
+    void decrementEntryCount();
+    bool isInUse() const;
+    void setIsInUse(bool inUse);
+    QString getName() const;
+    void setName(QString name);
+    QObject* getOwner() const;
+
+    void lock();
+    void unlock();
+
+private:
+    EObjectState m_State;
+    // Atomic because guards decrement it after releasing the mutex, while another thread may hold it.
+    std::atomic<int> m_EntryCount;
+    bool m_IsInUse;
+    QString m_Name;
+    QObject* m_Owner;
+    QMutex* m_Mutex;
+};
+
+}  // namespace ParameterCollection
+
+#endif

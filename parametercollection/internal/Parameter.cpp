@@ -1,0 +1,319 @@
+// CParameter: binding, access queries, guards, text conversion, snapshot refresh and change signals.
+#include "Parameter.h"
+#include "../Exceptions.h"
+#include "../ScopedObjectStateLock.h"
+#include "GenICamExceptionTranslation.h"
+#include "ModeratedParameterEventDecouplerThread.h"
+#include <GenApi/GenApi.h>
+#include <QMetaMethod>
+#include <mutex>
+
+using namespace GENAPI_NAMESPACE;
+
+namespace ParameterCollection {
+namespace Internal {
+namespace {
+
+// Both shared-pointer types travel through queued connections; the parameter one also converts to QObject*.
+void registerMetaTypes() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        qRegisterMetaType<QSharedPointer<IParameter>>();
+        qRegisterMetaType<QSharedPointer<const ParameterData>>();
+        QMetaType::registerConverter<QSharedPointer<IParameter>, QObject*>(
+            [](const QSharedPointer<IParameter>& parameter) -> QObject* { return parameter.data(); });
+    });
+}
+
+EParameterType parameterTypeOf(EInterfaceType type) {
+    switch (type) {
+        case intfIInteger: return ParameterType_Integer;
+        case intfIBoolean: return ParameterType_Boolean;
+        case intfIFloat: return ParameterType_Float;
+        case intfICommand: return ParameterType_Command;
+        case intfIString: return ParameterType_String;
+        case intfIEnumeration: return ParameterType_Enumeration;
+        case intfICategory: return ParameterType_Category;
+        case intfIRegister: return ParameterType_Register;
+        default: return ParameterType_Undefined;
+    }
+}
+
+}  // namespace
+
+CParameter::CParameter(QString name, QString nodeMapName, QSharedPointer<CObjectState> state,
+                       QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler, QObject* parent)
+    : m_ObjectState(state),
+      m_CacheValid(false),
+      m_ChangePending(false),
+      m_Name(name),
+      m_NodeMapName(nodeMapName),
+      m_Attached(false),
+      m_Node(nullptr),
+      m_CallbackHandle(0),
+      m_CallbackRegistered(false),
+      m_AdvancedAccess(new CAdvancedParameterAccess(state)),
+      m_IsAlias(false),
+      m_IsCallbackEnabled(true),
+      m_Decoupler(decoupler) {
+    setParent(parent);
+    registerMetaTypes();
+}
+
+// Leaves the decoupler's queue first, so that no check can reach a parameter being destroyed.
+CParameter::~CParameter() {
+    if (m_Decoupler) m_Decoupler->removeParameterFromDecoupledParameterDataChangedSignalling(this);
+    unregisterGenICamCallback();
+}
+
+QString CParameter::getName() { return m_Name; }
+
+QString CParameter::getFullName() { return m_NodeMapName + "/" + m_Name; }
+
+void CParameter::setIsAlias(bool isAlias) { m_IsAlias = isAlias; }
+
+void CParameter::setIsCallbackEnabled(bool isCallbackEnabled) { m_IsCallbackEnabled = isCallbackEnabled; }
+
+bool CParameter::isEmpty() { return !m_Attached; }
+
+QSharedPointer<IAdvancedParameterAccess> CParameter::getAdvancedParameterAccess() { return m_AdvancedAccess; }
+
+void CParameter::attachToAdvancedParameters() { m_AdvancedAccess->attach(m_Node, m_Attached); }
+
+void CParameter::postSetValue(QString const& value) { emit parameterValueAboutToBeSet(value); }
+
+void CParameter::announceValue(QString const& value) { m_SetValueAnnouncer(value); }
+
+EAccessMode CParameter::nodeAccessMode() { return m_Node->GetAccessMode(); }
+
+bool CParameter::isReadable() {
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return m_Node && IsReadable(nodeAccessMode());
+    });
+}
+
+bool CParameter::isWriteable() {
+    if (!m_Node) return false;
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return IsWritable(nodeAccessMode());
+    });
+}
+
+bool CParameter::isAvailable() {
+    if (!m_Node) return false;
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return IsAvailable(nodeAccessMode());
+    });
+}
+
+bool CParameter::isImplemented() {
+    if (!m_Node) return false;
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return IsImplemented(nodeAccessMode());
+    });
+}
+
+int CParameter::getVisibility() {
+    if (!m_Node) return _UndefinedVisibility;
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return static_cast<int>(m_Node->GetVisibility());
+    });
+}
+
+EParameterType CParameter::getParameterType() {
+    if (!m_Node) return ParameterType_Undefined;
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        return parameterTypeOf(m_Node->GetPrincipalInterfaceType());
+    });
+}
+
+void CParameter::raiseExceptionIfDisposed() {
+    if (m_ObjectState->getState() == ObjectState_Disposed) {
+        throw Core::Exception::ObjectDisposedException("The parent object of the parameter " + getFullName() +
+                                                       " has been disposed.");
+    }
+}
+
+void CParameter::raiseExceptionIfDeviceNotOpen() {
+    if (m_ObjectState->getState() == ObjectState_Closed) {
+        throw Core::Exception::InvalidOperationException("Device is closed.");
+    }
+}
+
+void CParameter::raiseExceptionIfNotWritable() {
+    if (isEmpty()) throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+    if (!m_Node || !IsWritable(m_Node->GetAccessMode())) {
+        throw Core::Exception::InvalidOperationException(QObject::tr("Node not writable."));
+    }
+}
+
+void CParameter::raiseExceptionIfNotReadable() {
+    if (isEmpty()) throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+    if (!m_Node || !IsReadable(m_Node->GetAccessMode())) {
+        throw Core::Exception::InvalidOperationException(QObject::tr("Node not readable."));
+    }
+}
+
+QString CParameter::toString() {
+    if (m_ObjectState->getState() == ObjectState_Disposed) return QStringLiteral("<disposed>");
+    if (isEmpty()) return QStringLiteral("<not found>");
+    if (!isReadable()) return QStringLiteral("<error>");
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        IValue* value = dynamic_cast<IValue*>(m_Node);
+        return value ? QString::fromLatin1(value->ToString(false, false).c_str()) : QStringLiteral("<no value>");
+    });
+}
+
+void CParameter::parseAndSetValue(QString const& text) {
+    translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        raiseExceptionIfDisposed();
+        raiseExceptionIfNotWritable();
+        const QByteArray utf8 = text.toUtf8();
+        announceValue(text);
+        CValuePtr value(m_Node);
+        value->FromString(utf8.constData(), true);
+    });
+}
+
+// Detach with a null map; a name that is not found (or has no alias) leaves the binding as it was.
+bool CParameter::attach(INodeMap* nodeMap) {
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        m_SetValueAnnouncer = [this](QString const& value) { postSetValue(value); };
+        if (!nodeMap) {
+            unregisterGenICamCallback();
+            m_Attached = false;
+            m_Node = nullptr;
+            attachToAdvancedParameters();
+            return false;
+        }
+        INode* found = nodeMap->GetNode(m_Name.toUtf8().constData());
+        if (found && m_IsAlias) found = found->GetAlias();
+        if (!found) return false;
+        if (m_Node) unregisterGenICamCallback();
+        m_Node = found;
+        m_Attached = true;
+        registerGenICamCallback();
+        attachToAdvancedParameters();
+        return true;
+    });
+}
+
+// A second call in a row unregisters again: the callback toggles.
+void CParameter::registerGenICamCallback() {
+    if (!m_Node) return;
+    if (m_CallbackRegistered) {
+        unregisterGenICamCallback();
+        return;
+    }
+    m_CallbackHandle = Register(m_Node, *this, &CParameter::onGenApiCallback, cbPostInsideLock);
+    m_CallbackRegistered = true;
+}
+
+void CParameter::unregisterGenICamCallback() {
+    if (!m_Node || !m_CallbackRegistered) return;
+    Deregister(m_CallbackHandle);
+    m_CallbackHandle = 0;
+    m_CallbackRegistered = false;
+}
+
+// Runs inside GenApi's lock on the changing thread: it only signals and queues, never refreshes.
+void CParameter::onGenApiCallback(INode* node) {
+    if (node != m_Node || !m_IsCallbackEnabled) return;
+    emit parameterChanged();
+    static const QMetaMethod decoupledSignal = QMetaMethod::fromSignal(&IParameter::parameterDataChangedDecoupled);
+    if (m_Decoupler && isSignalConnected(decoupledSignal)) {
+        m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
+    }
+}
+
+QSharedPointer<ParameterData> CParameter::createCachedData() { return QSharedPointer<ParameterData>::create(); }
+
+bool CParameter::updateCachedParameterDataWithoutToString() {
+    if (!m_CachedData) {
+        m_CachedData = createCachedData();
+        m_CachedData->parameterType = getParameterType();
+    }
+    const int visibility = m_Node ? getVisibility() : _UndefinedVisibility;
+    const bool readable = isReadable();
+    const bool writeable = isWriteable();
+    const bool implemented = isImplemented();
+    const bool empty = isEmpty();
+    ParameterData& data = *m_CachedData;
+    if (m_CacheValid && !m_ChangePending && data.visibility == visibility && data.isReadable == readable &&
+        data.isWriteable == writeable && data.isImplemented == implemented && data.isEmpty == empty) {
+        return false;
+    }
+    data.visibility = visibility;
+    data.isReadable = readable;
+    data.isWriteable = writeable;
+    data.isImplemented = implemented;
+    data.isEmpty = empty;
+    m_CacheValid = true;
+    m_ChangePending = false;
+    return true;
+}
+
+// State lock first, then the node map's lock, as everywhere in the library.
+bool CParameter::updateCachedParameterData() {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    std::unique_ptr<AutoLock> mapLock(m_Node ? new AutoLock(m_Node->GetNodeMap()->GetLock()) : nullptr);
+    const bool wasValid = m_CacheValid;
+    bool changed = updateCachedParameterDataWithoutToString();
+    if (m_CachedData->isReadable) {
+        QString text;
+        try {
+            text = toString();
+        } catch (...) {
+            m_CacheValid = false;
+            throw;
+        }
+        if (!wasValid || text != m_CachedData->valueText) {
+            m_CachedData->valueText = text;
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+QSharedPointer<ParameterData> CParameter::getCachedParameterData() {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    QSharedPointer<ParameterData> copy = createCachedData();
+    if (m_CachedData) *copy = *m_CachedData;
+    return copy;
+}
+
+QSharedPointer<const ParameterData> CParameter::getParameterData() {
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        m_ChangePending |= updateCachedParameterData();
+        return QSharedPointer<const ParameterData>(getCachedParameterData());
+    });
+}
+
+bool CParameter::checkParameterDataChanged() {
+    raiseExceptionIfDisposed();
+    raiseExceptionIfDeviceNotOpen();
+    const bool changed = updateCachedParameterData();
+    if (changed) emit parameterDataChangedDecoupled(getCachedParameterData());
+    return changed;
+}
+
+void CParameter::scheduleParameterDataChangedCheck(bool force) {
+    {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        m_ChangePending |= force;
+    }
+    if (m_Decoupler) m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
+}
+
+}  // namespace Internal
+}  // namespace ParameterCollection

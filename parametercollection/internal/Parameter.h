@@ -1,0 +1,98 @@
+// The implementation base of every parameter: binding to a node, access, guards, snapshot, callbacks.
+#ifndef PARAMETERCOLLECTION_INTERNAL_PARAMETER_H
+#define PARAMETERCOLLECTION_INTERNAL_PARAMETER_H
+
+#include "../AdvancedParameterAccess.h"
+#include "../IParameter.h"
+#include "../ObjectState.h"
+#include "../ParameterCollectionExport.h"
+#include <GenApi/INode.h>
+#include <GenApi/INodeMap.h>
+#include <QSharedPointer>
+#include <functional>
+
+class QMutex;
+
+namespace ParameterCollection {
+namespace Internal {
+
+class CModeratedParameterEventDecouplerThread;
+
+class PARAMETERCOLLECTION_EXPORT CParameter : public virtual IParameter {
+    Q_OBJECT
+
+public:
+    CParameter(QString name, QString nodeMapName, QSharedPointer<CObjectState> state,
+               QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler, QObject* parent = nullptr);
+    ~CParameter() override;
+
+    virtual QString getName() override;
+    virtual QString getFullName() override;
+    virtual bool isReadable() override;
+    virtual bool isWriteable() override;
+    virtual bool isEmpty() override;
+    virtual bool isAvailable() override;
+    virtual bool isImplemented() override;
+    virtual int getVisibility() override;
+    virtual EParameterType getParameterType() override;
+    virtual QSharedPointer<const ParameterData> getParameterData() override;
+    virtual void scheduleParameterDataChangedCheck(bool force) override;
+    // Binds to the node of this parameter's name in a node map (null detaches); false when not found.
+    virtual bool attach(GENAPI_NAMESPACE::INodeMap* nodeMap);
+    virtual QString toString() override;
+    virtual void parseAndSetValue(QString const& value) override;
+    virtual QSharedPointer<IAdvancedParameterAccess> getAdvancedParameterAccess() override;
+    virtual void raiseExceptionIfDisposed();
+    virtual void raiseExceptionIfDeviceNotOpen();
+    virtual void raiseExceptionIfNotReadable();
+    virtual void raiseExceptionIfNotWritable();
+    // Refreshes the snapshot; true when it changed (or a change was pending).
+    virtual bool updateCachedParameterData();
+    // A copy of the snapshot in a fresh shared pointer.
+    virtual QSharedPointer<ParameterData> getCachedParameterData();
+
+    // The decoupler's check: refresh, and emit parameterDataChangedDecoupled when the snapshot changed.
+    bool checkParameterDataChanged();
+    void setIsAlias(bool isAlias);
+    void setIsCallbackEnabled(bool isCallbackEnabled);
+    void registerGenICamCallback();
+    void unregisterGenICamCallback();
+    void onGenApiCallback(GENAPI_NAMESPACE::INode* node);
+
+protected:
+    // Refreshes everything but the value text; used by typed refreshes too.
+    bool updateCachedParameterDataWithoutToString();
+    void attachToAdvancedParameters();
+    void postSetValue(QString const& value);
+    // Calls the set-value announcer, so that parameterValueAboutToBeSet goes out before a write.
+    void announceValue(QString const& value);
+    GENAPI_NAMESPACE::EAccessMode nodeAccessMode();
+    GENAPI_NAMESPACE::INode* node() const { return m_Node; }
+    CObjectState* objectState() const { return m_ObjectState.data(); }
+    // The cached record, created by typed classes with their own record type on first refresh.
+    QSharedPointer<ParameterData>& cachedData() { return m_CachedData; }
+    virtual QSharedPointer<ParameterData> createCachedData();
+    void markCacheInvalid() { m_CacheValid = false; }
+
+private:
+    QSharedPointer<CObjectState> m_ObjectState;
+    QSharedPointer<ParameterData> m_CachedData;
+    bool m_CacheValid;
+    bool m_ChangePending;
+    QString m_Name;
+    QString m_NodeMapName;
+    bool m_Attached;
+    GENAPI_NAMESPACE::INode* m_Node;
+    std::function<void(QString const&)> m_SetValueAnnouncer;
+    GENAPI_NAMESPACE::CallbackHandleType m_CallbackHandle;
+    bool m_CallbackRegistered;
+    QSharedPointer<CAdvancedParameterAccess> m_AdvancedAccess;
+    bool m_IsAlias;
+    bool m_IsCallbackEnabled;
+    QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
+};
+
+}  // namespace Internal
+}  // namespace ParameterCollection
+
+#endif
