@@ -20,33 +20,50 @@ namespace {
 
 typedef std::function<QString(INode*)> PropertyReader;
 
-QString fromLatin1(const GENICAM_NAMESPACE::gcstring& text) { return QString::fromLatin1(text.c_str()); }
-QString fromUtf8(const GENICAM_NAMESPACE::gcstring& text) { return QString::fromUtf8(text.c_str()); }
-QString yesOrNo(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+QString fromLatin1(const GENICAM_NAMESPACE::gcstring& text) {
+    return QString::fromLatin1(text.c_str());
+}
+QString fromUtf8(const GENICAM_NAMESPACE::gcstring& text) {
+    return QString::fromUtf8(text.c_str());
+}
+QString yesOrNo(bool value) {
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
 
 QString visibilityText(EVisibility visibility) {
     switch (visibility) {
-        case Beginner: return QStringLiteral("Beginner");
-        case Expert: return QStringLiteral("Expert");
-        case Guru: return QStringLiteral("Guru");
-        case Invisible: return QStringLiteral("Invisible");
-        default: return QStringLiteral("_UndefinedVisibility");
+        case Beginner:
+            return QStringLiteral("Beginner");
+        case Expert:
+            return QStringLiteral("Expert");
+        case Guru:
+            return QStringLiteral("Guru");
+        case Invisible:
+            return QStringLiteral("Invisible");
+        default:
+            return QStringLiteral("_UndefinedVisibility");
     }
 }
 
 QString nameSpaceText(ENameSpace nameSpace) {
     switch (nameSpace) {
-        case Custom: return QStringLiteral("Custom");
-        case Standard: return QStringLiteral("Standard");
-        default: return QStringLiteral("_UndefinedNameSpace");
+        case Custom:
+            return QStringLiteral("Custom");
+        case Standard:
+            return QStringLiteral("Standard");
+        default:
+            return QStringLiteral("_UndefinedNameSpace");
     }
 }
 
 QString yesNoText(EYesNo value) {
     switch (value) {
-        case Yes: return QStringLiteral("Yes");
-        case No: return QStringLiteral("No");
-        default: return QStringLiteral("_UndefinedYesNo");
+        case Yes:
+            return QStringLiteral("Yes");
+        case No:
+            return QStringLiteral("No");
+        default:
+            return QStringLiteral("_UndefinedYesNo");
     }
 }
 
@@ -69,7 +86,8 @@ const std::map<QString, PropertyReader>& alwaysContainedKeys() {
         {"IsCacheable", [](INode* n) { return yesOrNo(n->IsCachable()); }},
         {"IsAccessModeCacheable", [](INode* n) { return yesNoText(n->IsAccessModeCacheable()); }},
         {"CachingMode", [](INode* n) { return fromUtf8(ECachingModeClass::ToString(n->GetCachingMode())); }},
-        {"PollingTime", [](INode* n) { return QString::number(static_cast<qlonglong>(n->GetPollingTime())); }},
+        {"PollingTime",
+         [](INode* n) { return QString::number(static_cast<qlonglong>(n->GetPollingTime())); }},
         {"DevicePortName", [](INode* n) { return fromUtf8(n->GetDeviceName()); }},
         {"EventID", [](INode* n) { return fromUtf8(n->GetEventID()); }},
         {"IsStreamable", [](INode* n) { return yesOrNo(n->IsStreamable()); }},
@@ -85,14 +103,18 @@ const std::map<QString, PropertyReader>& typedKeys() {
     static const std::map<QString, PropertyReader> keys = {
         {"Representation",
          [](INode* n) {
-             if (IInteger* i = dynamic_cast<IInteger*>(n)) return fromUtf8(ERepresentationClass::ToString(i->GetRepresentation()));
-             if (IFloat* f = dynamic_cast<IFloat*>(n)) return fromUtf8(ERepresentationClass::ToString(f->GetRepresentation()));
+             if (IInteger* i = dynamic_cast<IInteger*>(n))
+                 return fromUtf8(ERepresentationClass::ToString(i->GetRepresentation()));
+             if (IFloat* f = dynamic_cast<IFloat*>(n))
+                 return fromUtf8(ERepresentationClass::ToString(f->GetRepresentation()));
              return QString();
          }},
         {"Unit",
          [](INode* n) {
-             if (IInteger* i = dynamic_cast<IInteger*>(n)) return fromUtf8(i->GetUnit());
-             if (IFloat* f = dynamic_cast<IFloat*>(n)) return fromUtf8(f->GetUnit());
+             if (IInteger* i = dynamic_cast<IInteger*>(n))
+                 return fromUtf8(i->GetUnit());
+             if (IFloat* f = dynamic_cast<IFloat*>(n))
+                 return fromUtf8(f->GetUnit());
              return QString();
          }},
         {"DisplayNotation",
@@ -117,17 +139,28 @@ QJsonArray tabSeparated(const GENICAM_NAMESPACE::gcstring& text) {
 
 QString principalInterfaceTypeToQString(INode* node) {
     switch (node->GetPrincipalInterfaceType()) {
-        case intfIInteger: return QStringLiteral("intfIInteger");
-        case intfIBoolean: return QStringLiteral("intfIBoolean");
-        case intfICommand: return QStringLiteral("intfICommand");
-        case intfIFloat: return QStringLiteral("intfIFloat");
-        case intfIString: return QStringLiteral("intfIString");
-        case intfIRegister: return QStringLiteral("intfIRegister");
-        case intfICategory: return QStringLiteral("intfICategory");
-        case intfIEnumeration: return QStringLiteral("intfIEnumeration");
-        case intfIEnumEntry: return QStringLiteral("intfIEnumEntry");
-        case intfIPort: return QStringLiteral("intfIPort");
-        default: return QStringLiteral("undefined");
+        case intfIInteger:
+            return QStringLiteral("intfIInteger");
+        case intfIBoolean:
+            return QStringLiteral("intfIBoolean");
+        case intfICommand:
+            return QStringLiteral("intfICommand");
+        case intfIFloat:
+            return QStringLiteral("intfIFloat");
+        case intfIString:
+            return QStringLiteral("intfIString");
+        case intfIRegister:
+            return QStringLiteral("intfIRegister");
+        case intfICategory:
+            return QStringLiteral("intfICategory");
+        case intfIEnumeration:
+            return QStringLiteral("intfIEnumeration");
+        case intfIEnumEntry:
+            return QStringLiteral("intfIEnumEntry");
+        case intfIPort:
+            return QStringLiteral("intfIPort");
+        default:
+            return QStringLiteral("undefined");
     }
 }
 
@@ -144,11 +177,15 @@ void CAdvancedParameterAccess::attach(INode* node, bool attached) {
 
 bool CAdvancedParameterAccess::containsProperty(const QString& key) {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    if (!m_Node) return false;
-    if (alwaysContainedKeys().count(key)) return true;
+    if (!m_Node)
+        return false;
+    if (alwaysContainedKeys().count(key))
+        return true;
     return translateGenICamExceptions([&] {
-        if (key == "Representation" || key == "Unit" || key == "DisplayPrecision") return isIntegerOrFloat(m_Node);
-        if (key == "DisplayNotation") return m_Node->GetPrincipalInterfaceType() == intfIFloat;
+        if (key == "Representation" || key == "Unit" || key == "DisplayPrecision")
+            return isIntegerOrFloat(m_Node);
+        if (key == "DisplayNotation")
+            return m_Node->GetPrincipalInterfaceType() == intfIFloat;
         return false;
     });
 }
@@ -167,10 +204,13 @@ QString CAdvancedParameterAccess::getProperty(const QString& key) {
 
 QString CAdvancedParameterAccess::readProperty(const QString& key) {
     const auto always = alwaysContainedKeys().find(key);
-    if (always != alwaysContainedKeys().end()) return always->second(m_Node);
+    if (always != alwaysContainedKeys().end())
+        return always->second(m_Node);
     const auto typed = typedKeys().find(key);
-    if (typed != typedKeys().end()) return typed->second(m_Node);
-    if (key == "DebugGenApiNodeProperties") return nodePropertiesAsJson();
+    if (typed != typedKeys().end())
+        return typed->second(m_Node);
+    if (key == "DebugGenApiNodeProperties")
+        return nodePropertiesAsJson();
     throw Core::Exception::OperationNotSupportedException("The property key " + key + " is not available.");
 }
 
@@ -205,7 +245,8 @@ QString CAdvancedParameterAccess::getPropertyOrDefault(const QString& key, const
 void CAdvancedParameterAccess::refresh() {
     translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        if (m_Node) m_Node->InvalidateNode();
+        if (m_Node)
+            m_Node->InvalidateNode();
     });
 }
 
@@ -219,7 +260,8 @@ void CAdvancedParameterAccess::setProperty(const QString& key, const QString& va
         raiseExceptionIfNotAvailable();
         const GENICAM_NAMESPACE::gcstring text(value.toUtf8().constData());
         const bool writableKey = key == "Visibility" || key == "AccessMode";
-        if (writableKey && !m_Node) throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+        if (writableKey && !m_Node)
+            throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
         if (key == "Visibility") {
             EVisibility visibility;
             if (!EVisibilityClass::FromString(text, &visibility)) {
@@ -241,7 +283,8 @@ void CAdvancedParameterAccess::setProperty(const QString& key, const QString& va
 
 void CAdvancedParameterAccess::raiseExceptionIfDisposed() {
     if (m_ObjectState->getState() == ObjectState_Disposed) {
-        throw Core::Exception::ObjectDisposedException("The parent object of the parameter has been disposed.");
+        throw Core::Exception::ObjectDisposedException(
+            "The parent object of the parameter has been disposed.");
     }
 }
 

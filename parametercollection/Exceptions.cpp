@@ -8,11 +8,17 @@ BaseException::BaseException(const QString& message) : m_Message(message) {}
 
 BaseException::~BaseException() {}
 
-void BaseException::raise() const { throw BaseException(m_Message); }
+void BaseException::raise() const {
+    throw BaseException(m_Message);
+}
 
-BaseException* BaseException::clone() const { return new BaseException(m_Message); }
+BaseException* BaseException::clone() const {
+    return new BaseException(m_Message);
+}
 
-const QString& BaseException::getMessage() const { return m_Message; }
+const QString& BaseException::getMessage() const {
+    return m_Message;
+}
 
 }  // namespace Exception
 }  // namespace Core

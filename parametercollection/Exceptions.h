@@ -25,10 +25,10 @@ private:
     QString m_Message;
 };
 
-#define PARAMETERCOLLECTION_DECLARE_EXCEPTION(Name, Base)                        \
-    class PARAMETERCOLLECTION_EXPORT Name : public Base {                        \
-    public:                                                                      \
-        explicit Name(const QString& message) : Base(message) {}                \
+#define PARAMETERCOLLECTION_DECLARE_EXCEPTION(Name, Base)        \
+    class PARAMETERCOLLECTION_EXPORT Name : public Base {        \
+    public:                                                      \
+        explicit Name(const QString& message) : Base(message) {} \
     }
 
 PARAMETERCOLLECTION_DECLARE_EXCEPTION(ArgumentException, BaseException);

@@ -1,6 +1,6 @@
 // CObjectState: plain fields around one heap-allocated recursive mutex.
 #include "ObjectState.h"
-#include <QMutex>
+#include "internal/AnnotatedMutexLocker.h"
 
 namespace ParameterCollection {
 
@@ -12,20 +12,48 @@ CObjectState::CObjectState(QObject* owner)
       m_Owner(owner),
       m_Mutex(new QMutex(QMutex::Recursive)) {}
 
-CObjectState::~CObjectState() { delete m_Mutex; }
+CObjectState::~CObjectState() {
+    delete m_Mutex;
+}
 
-EObjectState CObjectState::getState() const { return m_State; }
-void CObjectState::setState(EObjectState state) { m_State = state; }
-int CObjectState::getEntryCount() const { return m_EntryCount.load(std::memory_order_relaxed); }
-void CObjectState::setEntryCount(int count) { m_EntryCount.store(count, std::memory_order_relaxed); }
-void CObjectState::incrementEntryCount() { m_EntryCount.fetch_add(1, std::memory_order_relaxed); }
-void CObjectState::decrementEntryCount() { m_EntryCount.fetch_sub(1, std::memory_order_relaxed); }
-bool CObjectState::isInUse() const { return m_IsInUse; }
-void CObjectState::setIsInUse(bool inUse) { m_IsInUse = inUse; }
-QString CObjectState::getName() const { return m_Name; }
-void CObjectState::setName(QString name) { m_Name = name; }
-QObject* CObjectState::getOwner() const { return m_Owner; }
-void CObjectState::lock() { m_Mutex->lock(); }
-void CObjectState::unlock() { m_Mutex->unlock(); }
+EObjectState CObjectState::getState() const {
+    return m_State;
+}
+void CObjectState::setState(EObjectState state) {
+    m_State = state;
+}
+int CObjectState::getEntryCount() const {
+    return m_EntryCount.load(std::memory_order_relaxed);
+}
+void CObjectState::setEntryCount(int count) {
+    m_EntryCount.store(count, std::memory_order_relaxed);
+}
+void CObjectState::incrementEntryCount() {
+    m_EntryCount.fetch_add(1, std::memory_order_relaxed);
+}
+void CObjectState::decrementEntryCount() {
+    m_EntryCount.fetch_sub(1, std::memory_order_relaxed);
+}
+bool CObjectState::isInUse() const {
+    return m_IsInUse;
+}
+void CObjectState::setIsInUse(bool inUse) {
+    m_IsInUse = inUse;
+}
+QString CObjectState::getName() const {
+    return m_Name;
+}
+void CObjectState::setName(QString name) {
+    m_Name = name;
+}
+QObject* CObjectState::getOwner() const {
+    return m_Owner;
+}
+void CObjectState::lock() {
+    Internal::lockAnnotated(m_Mutex);
+}
+void CObjectState::unlock() {
+    Internal::unlockAnnotated(m_Mutex);
+}
 
 }  // namespace ParameterCollection

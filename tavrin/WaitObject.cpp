@@ -27,9 +27,13 @@ bool WaitObject::IsSignalled() const {
     return m_State->signalled;
 }
 
-WaitObjectEx::WaitObjectEx(bool signalled) { m_State->signalled = signalled; }
+WaitObjectEx::WaitObjectEx(bool signalled) {
+    m_State->signalled = signalled;
+}
 
-WaitObjectEx WaitObjectEx::Create(bool signalled) { return WaitObjectEx(signalled); }
+WaitObjectEx WaitObjectEx::Create(bool signalled) {
+    return WaitObjectEx(signalled);
+}
 
 void WaitObjectEx::Signal() {
     std::lock_guard<std::mutex> lock(m_State->mutex);

@@ -1,6 +1,7 @@
 // The decoupler's queue, lazy start, 30 ms wake-ups, FIFO drain under the state lock, and shutdown.
 #include "ModeratedParameterEventDecouplerThread.h"
 #include "../ScopedObjectStateLock.h"
+#include "AnnotatedMutexLocker.h"
 #include "Parameter.h"
 #include <QDebug>
 #include <exception>
@@ -30,9 +31,11 @@ CModeratedParameterEventDecouplerThread::~CModeratedParameterEventDecouplerThrea
 
 // The flag is tested once without the lock and again under it, so the thread starts exactly once.
 void CModeratedParameterEventDecouplerThread::startOnce() {
-    if (m_Started) return;
-    QMutexLocker lock(&m_StartMutex);
-    if (m_Started) return;
+    if (m_Started)
+        return;
+    CAnnotatedMutexLocker lock(&m_StartMutex);
+    if (m_Started)
+        return;
     m_Started = true;
     start(QThread::InheritPriority);
 }
@@ -40,37 +43,45 @@ void CModeratedParameterEventDecouplerThread::startOnce() {
 bool CModeratedParameterEventDecouplerThread::pushParameterForDecoupledParameterDataChangedSignalling(
     CParameter* parameter) {
     startOnce();
-    if (!parameter) return false;
-    QMutexLocker lock(&m_Queue->mutex);
-    if (m_Queue->parameters.contains(parameter)) return false;
+    if (!parameter)
+        return false;
+    CAnnotatedMutexLocker lock(&m_Queue->mutex);
+    if (m_Queue->parameters.contains(parameter))
+        return false;
     m_Queue->parameters.append(parameter);
     return true;
 }
 
 bool CModeratedParameterEventDecouplerThread::removeParameterFromDecoupledParameterDataChangedSignalling(
     CParameter* parameter) {
-    if (!parameter) return false;
+    if (!parameter)
+        return false;
     CScopedObjectStateLock stateLock(m_ObjectState.data());
-    QMutexLocker lock(&m_Queue->mutex);
+    CAnnotatedMutexLocker lock(&m_Queue->mutex);
     const int index = m_Queue->parameters.indexOf(parameter);
-    if (index < 0) return false;
+    if (index < 0)
+        return false;
     m_Queue->parameters.remove(index);
     return true;
 }
 
 void CModeratedParameterEventDecouplerThread::shutdown() {
-    if (!m_Started) return;
+    if (!m_Started)
+        return;
     m_WakeUp->Signal();
-    if (!wait(shutdownWaitMs)) terminate();
+    if (!wait(shutdownWaitMs))
+        terminate();
 }
 
 void CModeratedParameterEventDecouplerThread::run() {
-    while (!m_WakeUp->Wait(wakeUpIntervalMs)) drainQueue();
+    while (!m_WakeUp->Wait(wakeUpIntervalMs))
+        drainQueue();
 }
 
 CParameter* CModeratedParameterEventDecouplerThread::takeFirst() {
-    QMutexLocker lock(&m_Queue->mutex);
-    if (m_Queue->parameters.isEmpty()) return nullptr;
+    CAnnotatedMutexLocker lock(&m_Queue->mutex);
+    if (m_Queue->parameters.isEmpty())
+        return nullptr;
     return m_Queue->parameters.takeFirst();
 }
 
@@ -79,7 +90,8 @@ void CModeratedParameterEventDecouplerThread::drainQueue() {
     for (;;) {
         CScopedObjectStateLock stateLock(m_ObjectState.data());
         CParameter* parameter = takeFirst();
-        if (!parameter) return;
+        if (!parameter)
+            return;
         try {
             parameter->checkParameterDataChanged();
         } catch (const std::exception& e) {

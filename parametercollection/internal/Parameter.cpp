@@ -14,28 +14,36 @@ namespace ParameterCollection {
 namespace Internal {
 namespace {
 
-// Both shared-pointer types travel through queued connections; the parameter one also converts to QObject*.
+// Both shared-pointer types travel through queued connections; registering the parameter one also
+// registers its conversion to QObject*, which Qt provides for shared pointers to QObjects.
 void registerMetaTypes() {
     static std::once_flag once;
     std::call_once(once, [] {
         qRegisterMetaType<QSharedPointer<IParameter>>();
         qRegisterMetaType<QSharedPointer<const ParameterData>>();
-        QMetaType::registerConverter<QSharedPointer<IParameter>, QObject*>(
-            [](const QSharedPointer<IParameter>& parameter) -> QObject* { return parameter.data(); });
     });
 }
 
 EParameterType parameterTypeOf(EInterfaceType type) {
     switch (type) {
-        case intfIInteger: return ParameterType_Integer;
-        case intfIBoolean: return ParameterType_Boolean;
-        case intfIFloat: return ParameterType_Float;
-        case intfICommand: return ParameterType_Command;
-        case intfIString: return ParameterType_String;
-        case intfIEnumeration: return ParameterType_Enumeration;
-        case intfICategory: return ParameterType_Category;
-        case intfIRegister: return ParameterType_Register;
-        default: return ParameterType_Undefined;
+        case intfIInteger:
+            return ParameterType_Integer;
+        case intfIBoolean:
+            return ParameterType_Boolean;
+        case intfIFloat:
+            return ParameterType_Float;
+        case intfICommand:
+            return ParameterType_Command;
+        case intfIString:
+            return ParameterType_String;
+        case intfIEnumeration:
+            return ParameterType_Enumeration;
+        case intfICategory:
+            return ParameterType_Category;
+        case intfIRegister:
+            return ParameterType_Register;
+        default:
+            return ParameterType_Undefined;
     }
 }
 
@@ -62,29 +70,50 @@ CParameter::CParameter(QString name, QString nodeMapName, QSharedPointer<CObject
 
 // Leaves the decoupler's queue first, so that no check can reach a parameter being destroyed.
 CParameter::~CParameter() {
-    if (m_Decoupler) m_Decoupler->removeParameterFromDecoupledParameterDataChangedSignalling(this);
+    if (m_Decoupler)
+        m_Decoupler->removeParameterFromDecoupledParameterDataChangedSignalling(this);
     unregisterGenICamCallback();
 }
 
-QString CParameter::getName() { return m_Name; }
+QString CParameter::getName() {
+    return m_Name;
+}
 
-QString CParameter::getFullName() { return m_NodeMapName + "/" + m_Name; }
+QString CParameter::getFullName() {
+    return m_NodeMapName + "/" + m_Name;
+}
 
-void CParameter::setIsAlias(bool isAlias) { m_IsAlias = isAlias; }
+void CParameter::setIsAlias(bool isAlias) {
+    m_IsAlias = isAlias;
+}
 
-void CParameter::setIsCallbackEnabled(bool isCallbackEnabled) { m_IsCallbackEnabled = isCallbackEnabled; }
+void CParameter::setIsCallbackEnabled(bool isCallbackEnabled) {
+    m_IsCallbackEnabled = isCallbackEnabled;
+}
 
-bool CParameter::isEmpty() { return !m_Attached; }
+bool CParameter::isEmpty() {
+    return !m_Attached;
+}
 
-QSharedPointer<IAdvancedParameterAccess> CParameter::getAdvancedParameterAccess() { return m_AdvancedAccess; }
+QSharedPointer<IAdvancedParameterAccess> CParameter::getAdvancedParameterAccess() {
+    return m_AdvancedAccess;
+}
 
-void CParameter::attachToAdvancedParameters() { m_AdvancedAccess->attach(m_Node, m_Attached); }
+void CParameter::attachToAdvancedParameters() {
+    m_AdvancedAccess->attach(m_Node, m_Attached);
+}
 
-void CParameter::postSetValue(QString const& value) { emit parameterValueAboutToBeSet(value); }
+void CParameter::postSetValue(QString const& value) {
+    emit parameterValueAboutToBeSet(value);
+}
 
-void CParameter::announceValue(QString const& value) { m_SetValueAnnouncer(value); }
+void CParameter::announceValue(QString const& value) {
+    m_SetValueAnnouncer(value);
+}
 
-EAccessMode CParameter::nodeAccessMode() { return m_Node->GetAccessMode(); }
+EAccessMode CParameter::nodeAccessMode() {
+    return m_Node->GetAccessMode();
+}
 
 bool CParameter::isReadable() {
     return translateGenICamExceptions([&] {
@@ -94,7 +123,8 @@ bool CParameter::isReadable() {
 }
 
 bool CParameter::isWriteable() {
-    if (!m_Node) return false;
+    if (!m_Node)
+        return false;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         return IsWritable(nodeAccessMode());
@@ -102,7 +132,8 @@ bool CParameter::isWriteable() {
 }
 
 bool CParameter::isAvailable() {
-    if (!m_Node) return false;
+    if (!m_Node)
+        return false;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         return IsAvailable(nodeAccessMode());
@@ -110,7 +141,8 @@ bool CParameter::isAvailable() {
 }
 
 bool CParameter::isImplemented() {
-    if (!m_Node) return false;
+    if (!m_Node)
+        return false;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         return IsImplemented(nodeAccessMode());
@@ -118,7 +150,8 @@ bool CParameter::isImplemented() {
 }
 
 int CParameter::getVisibility() {
-    if (!m_Node) return _UndefinedVisibility;
+    if (!m_Node)
+        return _UndefinedVisibility;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         return static_cast<int>(m_Node->GetVisibility());
@@ -126,7 +159,8 @@ int CParameter::getVisibility() {
 }
 
 EParameterType CParameter::getParameterType() {
-    if (!m_Node) return ParameterType_Undefined;
+    if (!m_Node)
+        return ParameterType_Undefined;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         return parameterTypeOf(m_Node->GetPrincipalInterfaceType());
@@ -147,27 +181,33 @@ void CParameter::raiseExceptionIfDeviceNotOpen() {
 }
 
 void CParameter::raiseExceptionIfNotWritable() {
-    if (isEmpty()) throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+    if (isEmpty())
+        throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
     if (!m_Node || !IsWritable(m_Node->GetAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not writable."));
     }
 }
 
 void CParameter::raiseExceptionIfNotReadable() {
-    if (isEmpty()) throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+    if (isEmpty())
+        throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
     if (!m_Node || !IsReadable(m_Node->GetAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not readable."));
     }
 }
 
 QString CParameter::toString() {
-    if (m_ObjectState->getState() == ObjectState_Disposed) return QStringLiteral("<disposed>");
-    if (isEmpty()) return QStringLiteral("<not found>");
-    if (!isReadable()) return QStringLiteral("<error>");
+    if (m_ObjectState->getState() == ObjectState_Disposed)
+        return QStringLiteral("<disposed>");
+    if (isEmpty())
+        return QStringLiteral("<not found>");
+    if (!isReadable())
+        return QStringLiteral("<error>");
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         IValue* value = dynamic_cast<IValue*>(m_Node);
-        return value ? QString::fromLatin1(value->ToString(false, false).c_str()) : QStringLiteral("<no value>");
+        return value ? QString::fromLatin1(value->ToString(false, false).c_str())
+                     : QStringLiteral("<no value>");
     });
 }
 
@@ -196,9 +236,12 @@ bool CParameter::attach(INodeMap* nodeMap) {
             return false;
         }
         INode* found = nodeMap->GetNode(m_Name.toUtf8().constData());
-        if (found && m_IsAlias) found = found->GetAlias();
-        if (!found) return false;
-        if (m_Node) unregisterGenICamCallback();
+        if (found && m_IsAlias)
+            found = found->GetAlias();
+        if (!found)
+            return false;
+        if (m_Node)
+            unregisterGenICamCallback();
         m_Node = found;
         m_Attached = true;
         registerGenICamCallback();
@@ -209,7 +252,8 @@ bool CParameter::attach(INodeMap* nodeMap) {
 
 // A second call in a row unregisters again: the callback toggles.
 void CParameter::registerGenICamCallback() {
-    if (!m_Node) return;
+    if (!m_Node)
+        return;
     if (m_CallbackRegistered) {
         unregisterGenICamCallback();
         return;
@@ -219,7 +263,8 @@ void CParameter::registerGenICamCallback() {
 }
 
 void CParameter::unregisterGenICamCallback() {
-    if (!m_Node || !m_CallbackRegistered) return;
+    if (!m_Node || !m_CallbackRegistered)
+        return;
     Deregister(m_CallbackHandle);
     m_CallbackHandle = 0;
     m_CallbackRegistered = false;
@@ -227,15 +272,19 @@ void CParameter::unregisterGenICamCallback() {
 
 // Runs inside GenApi's lock on the changing thread: it only signals and queues, never refreshes.
 void CParameter::onGenApiCallback(INode* node) {
-    if (node != m_Node || !m_IsCallbackEnabled) return;
+    if (node != m_Node || !m_IsCallbackEnabled)
+        return;
     emit parameterChanged();
-    static const QMetaMethod decoupledSignal = QMetaMethod::fromSignal(&IParameter::parameterDataChangedDecoupled);
+    static const QMetaMethod decoupledSignal =
+        QMetaMethod::fromSignal(&IParameter::parameterDataChangedDecoupled);
     if (m_Decoupler && isSignalConnected(decoupledSignal)) {
         m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
     }
 }
 
-QSharedPointer<ParameterData> CParameter::createCachedData() { return QSharedPointer<ParameterData>::create(); }
+QSharedPointer<ParameterData> CParameter::createCachedData() {
+    return QSharedPointer<ParameterData>::create();
+}
 
 bool CParameter::updateCachedParameterDataWithoutToString() {
     if (!m_CachedData) {
@@ -287,7 +336,8 @@ bool CParameter::updateCachedParameterData() {
 QSharedPointer<ParameterData> CParameter::getCachedParameterData() {
     CScopedObjectStateLock lock(m_ObjectState.data());
     QSharedPointer<ParameterData> copy = createCachedData();
-    if (m_CachedData) *copy = *m_CachedData;
+    if (m_CachedData)
+        *copy = *m_CachedData;
     return copy;
 }
 
@@ -303,7 +353,8 @@ bool CParameter::checkParameterDataChanged() {
     raiseExceptionIfDisposed();
     raiseExceptionIfDeviceNotOpen();
     const bool changed = updateCachedParameterData();
-    if (changed) emit parameterDataChangedDecoupled(getCachedParameterData());
+    if (changed)
+        emit parameterDataChangedDecoupled(getCachedParameterData());
     return changed;
 }
 
@@ -312,7 +363,8 @@ void CParameter::scheduleParameterDataChangedCheck(bool force) {
         CScopedObjectStateLock lock(m_ObjectState.data());
         m_ChangePending |= force;
     }
-    if (m_Decoupler) m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
+    if (m_Decoupler)
+        m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
 }
 
 }  // namespace Internal

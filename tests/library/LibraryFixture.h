@@ -1,0 +1,105 @@
+// A fixture with the simulated camera, an open object state, a decoupler and parameters bound to nodes.
+#ifndef TESTS_LIBRARY_LIBRARYFIXTURE_H
+#define TESTS_LIBRARY_LIBRARYFIXTURE_H
+
+#include <SimulatedCameraRegisters.h>
+#include <SimulatedDevice.h>
+#include <gtest/gtest.h>
+#include <parametercollection/Exceptions.h>
+#include <parametercollection/ObjectState.h>
+#include <parametercollection/ScopedObjectStateLock.h>
+#include <parametercollection/internal/ModeratedParameterEventDecouplerThread.h>
+#include <parametercollection/internal/Parameter.h>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QMutex>
+#include <QVector>
+#include <functional>
+
+using namespace ParameterCollection;
+using namespace ParameterCollection::Internal;
+
+class LibraryTest : public ::testing::Test {
+protected:
+    LibraryTest()
+        : m_State(new CObjectState(nullptr)),
+          m_Decoupler(new CModeratedParameterEventDecouplerThread(m_State)) {
+        m_State->setState(ObjectState_Open);
+    }
+    ~LibraryTest() override { m_Decoupler->shutdown(); }
+
+    GenApi::INodeMap* map() const { return m_Device.nodeMap(); }
+    SimCamera::CSimulatedCamera& camera() { return m_Device.camera(); }
+    CObjectState& state() { return *m_State; }
+    QSharedPointer<CObjectState> sharedState() { return m_State; }
+    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler() { return m_Decoupler; }
+
+    // A base parameter for a feature of the simulated camera, attached unless asked not to be.
+    QSharedPointer<CParameter> parameter(const QString& name, bool attach = true) {
+        QSharedPointer<CParameter> created(new CParameter(name, "@CameraDevice", m_State, m_Decoupler));
+        if (attach) {
+            EXPECT_TRUE(created->attach(map())) << name.toStdString();
+        }
+        return created;
+    }
+
+    // Lets queued events run until the condition holds or the time is up.
+    static bool waitUntil(const std::function<bool()>& condition, int timeoutMs = 3000) {
+        QElapsedTimer timer;
+        timer.start();
+        while (!condition()) {
+            if (timer.elapsed() > timeoutMs)
+                return false;
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        }
+        return true;
+    }
+
+private:
+    SimCamera::CSimulatedDevice m_Device;
+    QSharedPointer<CObjectState> m_State;
+    QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
+};
+
+// Collects the snapshots a parameter emits decoupled, from whichever thread emits them.
+class CDecoupledRecorder {
+public:
+    explicit CDecoupledRecorder(IParameter& parameter) {
+        QObject::connect(
+            &parameter, &IParameter::parameterDataChangedDecoupled, &parameter,
+            [this](QSharedPointer<const ParameterData> data) { record(data); }, Qt::DirectConnection);
+    }
+    int count() const {
+        QMutexLocker lock(&m_Mutex);
+        return m_Received.size();
+    }
+    QSharedPointer<const ParameterData> last() const {
+        QMutexLocker lock(&m_Mutex);
+        return m_Received.isEmpty() ? QSharedPointer<const ParameterData>() : m_Received.last();
+    }
+
+private:
+    void record(const QSharedPointer<const ParameterData>& data) {
+        QMutexLocker lock(&m_Mutex);
+        m_Received.append(data);
+    }
+    mutable QMutex m_Mutex;
+    QVector<QSharedPointer<const ParameterData>> m_Received;
+};
+
+// Runs a statement that must throw the library exception E and returns its message.
+template <typename E, typename F>
+QString messageOf(F statement) {
+    try {
+        statement();
+    } catch (const E& e) {
+        return e.getMessage();
+    } catch (const std::exception&) {
+        ADD_FAILURE() << "unexpected exception class";
+        return QString();
+    }
+    ADD_FAILURE() << "no exception";
+    return QString();
+}
+
+#endif
