@@ -5,7 +5,9 @@
 #include "GenICamExceptionTranslation.h"
 #include "ModeratedParameterEventDecouplerThread.h"
 #include <GenApi/GenApi.h>
+#include <QDebug>
 #include <QMetaMethod>
+#include <QTextStream>
 #include <mutex>
 
 using namespace GENAPI_NAMESPACE;
@@ -284,6 +286,53 @@ void CParameter::onGenApiCallback(INode* node) {
 
 QSharedPointer<ParameterData> CParameter::createCachedData() {
     return QSharedPointer<ParameterData>::create();
+}
+
+bool CParameter::inReadableMode() {
+    return m_Node && IsReadable(m_Node->GetAccessMode());
+}
+
+bool CParameter::inWritableMode() {
+    return m_Node && IsWritable(m_Node->GetAccessMode());
+}
+
+bool CParameter::inReadWriteMode() {
+    return m_Node && m_Node->GetAccessMode() == RW;
+}
+
+void CParameter::raiseFeatureNotPresent() {
+    throw Core::Exception::AccessException("Feature not present (reference not valid)");
+}
+
+void CParameter::logTypeMismatch() {
+    qDebug("TypeMismatch on Attach");
+}
+
+QString CParameter::announcementText(long long value) {
+    QString text;
+    QTextStream(&text) << value;
+    return text;
+}
+
+QString CParameter::announcementText(double value) {
+    QString text;
+    QTextStream(&text) << value;
+    return text;
+}
+
+bool CParameter::refreshWithTypedFields(const std::function<bool(bool wasValid)>& refreshTypedFields) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    std::unique_ptr<AutoLock> mapLock(m_Node ? new AutoLock(m_Node->GetNodeMap()->GetLock()) : nullptr);
+    const bool wasValid = m_CacheValid;
+    try {
+        const bool changed = CParameter::updateCachedParameterData();
+        if (!m_CachedData->isReadable)
+            return changed;
+        return refreshTypedFields(wasValid) || changed;
+    } catch (...) {
+        m_CacheValid = false;
+        throw;
+    }
 }
 
 bool CParameter::updateCachedParameterDataWithoutToString() {

@@ -6,10 +6,12 @@
 #include "../IParameter.h"
 #include "../ObjectState.h"
 #include "../ParameterCollectionExport.h"
+#include "../ScopedObjectStateLock.h"
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
 #include <QSharedPointer>
 #include <functional>
+#include <type_traits>
 
 class QMutex;
 
@@ -72,7 +74,57 @@ protected:
     // The cached record, created by typed classes with their own record type on first refresh.
     QSharedPointer<ParameterData>& cachedData() { return m_CachedData; }
     virtual QSharedPointer<ParameterData> createCachedData();
+    bool cacheValid() const { return m_CacheValid; }
     void markCacheInvalid() { m_CacheValid = false; }
+
+    // Whether a node is bound and its access mode allows reading, writing, or both (RW).
+    bool inReadableMode();
+    bool inWritableMode();
+    bool inReadWriteMode();
+    // The typed operations that need a node raise "Feature not present (reference not valid)" without one.
+    template <typename Node>
+    Node* requireNode(Node* node) {
+        if (!node)
+            raiseFeatureNotPresent();
+        return node;
+    }
+    [[noreturn]] static void raiseFeatureNotPresent();
+    // The bound node as one of GenApi's typed interfaces; logs "TypeMismatch on Attach" when asked to
+    // and the node has another interface.
+    template <typename Node>
+    Node* nodeAs(bool logMismatch) {
+        Node* typed = dynamic_cast<Node*>(m_Node);
+        if (!typed && m_Node && logMismatch)
+            logTypeMismatch();
+        return typed;
+    }
+    static void logTypeMismatch();
+
+    // Announces a value in its QTextStream form, then writes it with verification.
+    template <typename Node, typename Value>
+    void announceAndWrite(Node* node, Value value) {
+        if constexpr (std::is_integral_v<Value>) {
+            announceValue(announcementText(static_cast<long long>(value)));
+        } else {
+            announceValue(announcementText(static_cast<double>(value)));
+        }
+        node->SetValue(value, true);
+    }
+    static QString announcementText(long long value);
+    static QString announcementText(double value);
+
+    // A copy of the cached record with its typed fields, in a fresh shared pointer.
+    template <typename Data>
+    QSharedPointer<ParameterData> copyCachedDataAs() {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        QSharedPointer<Data> copy = QSharedPointer<Data>::create();
+        if (m_CachedData)
+            *copy = static_cast<const Data&>(*m_CachedData);
+        return copy;
+    }
+    // A typed refresh: the base refresh under the state and node map locks, then, while readable,
+    // refreshTypedFields(wasValid) reports whether typed fields changed. A failure invalidates the cache.
+    bool refreshWithTypedFields(const std::function<bool(bool wasValid)>& refreshTypedFields);
 
 private:
     QSharedPointer<CObjectState> m_ObjectState;

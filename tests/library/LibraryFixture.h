@@ -43,6 +43,15 @@ protected:
         return created;
     }
 
+    // A typed parameter for a feature of the simulated camera, attached.
+    template <typename T>
+    QSharedPointer<T> typed(const QString& name) {
+        QSharedPointer<T> created(new T(name, "@CameraDevice", m_State, m_Decoupler));
+        created->attach(map());
+        return created;
+    }
+    GenApi::INode* node(const char* name) const { return map()->GetNode(name); }
+
     // Lets queued events run until the condition holds or the time is up.
     static bool waitUntil(const std::function<bool()>& condition, int timeoutMs = 3000) {
         QElapsedTimer timer;

@@ -1,0 +1,58 @@
+// The parameter of a GenApi enumeration node.
+#ifndef PARAMETERCOLLECTION_INTERNAL_ENUMPARAMETER_H
+#define PARAMETERCOLLECTION_INTERNAL_ENUMPARAMETER_H
+
+#include "../IEnumParameter.h"
+#include "IEnumValueAdvancedParameterAccessSource.h"
+#include "Parameter.h"
+#include <GenApi/IEnumeration.h>
+
+namespace ParameterCollection {
+namespace Internal {
+
+class PARAMETERCOLLECTION_EXPORT CEnumParameter : public IEnumParameter, public CParameter {
+    Q_OBJECT
+
+public:
+    CEnumParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
+                   QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
+                   QObject* parent = nullptr);
+
+    bool canSetValue(QString value) override;
+    void setValue(QString value) override;
+    QString getValue() override;
+    qint64 getIntValue(bool verify, bool ignoreCache) override;
+    QVector<QString> getAllValues() override;
+    QVector<QString> getSettableValues() override;
+    QString getValueOrDefault(QString defaultValue) override;
+    bool trySetValue(QString value) override;
+    void setValue(QList<QString> values) override;
+    bool trySetValue(QList<QString> values) override;
+    QSharedPointer<IAdvancedParameterAccess> getAdvancedValueProperties(QString value) override;
+
+    EParameterType getParameterType() override;
+    QString toString() override;
+    void parseAndSetValue(QString const& value) override;
+    bool attach(GENAPI_NAMESPACE::INodeMap* nodeMap) override;
+    bool updateCachedParameterData() override;
+    QSharedPointer<ParameterData> getCachedParameterData() override;
+
+    void setEnumValueAdvancedParameterAccessSource(IEnumValueAdvancedParameterAccessSource* source);
+
+protected:
+    QSharedPointer<ParameterData> createCachedData() override;
+
+private:
+    // Symbolic names of the entries whose access mode passes the test, in GenApi's order.
+    QVector<QString> entryNames(bool (*accepted)(GENAPI_NAMESPACE::EAccessMode));
+    QString displayNameOf(const QString& value);
+    bool refreshSettableValues(bool wasValid);
+
+    GENAPI_NAMESPACE::IEnumeration* m_Enumeration;
+    IEnumValueAdvancedParameterAccessSource* m_ValuePropertySource;
+};
+
+}  // namespace Internal
+}  // namespace ParameterCollection
+
+#endif

@@ -1,0 +1,249 @@
+// CFloatParameter: no grid alignment anywhere; clipping keeps NaN; percent of range halves its operands
+// so that differences stay finite near the limits of double.
+#include "FloatParameter.h"
+#include "../ScopedObjectStateLock.h"
+#include "GenICamExceptionTranslation.h"
+#include <cfloat>
+#include <cmath>
+
+using namespace GENAPI_NAMESPACE;
+
+namespace ParameterCollection {
+namespace Internal {
+namespace {
+
+const double epsilon = DBL_EPSILON;  // 2^-52, absolute
+
+double clipped(double value, double minimum, double maximum) {
+    if (minimum > value)
+        return minimum;
+    if (value > maximum)
+        return maximum;
+    return value;
+}
+
+}  // namespace
+
+CFloatParameter::CFloatParameter(QString const& name, QString const& nodeMapName,
+                                 QSharedPointer<CObjectState> state,
+                                 QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
+                                 QObject* parent)
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_Float(nullptr) {}
+
+EParameterType CFloatParameter::getParameterType() {
+    return ParameterType_Float;
+}
+
+QString CFloatParameter::toString() {
+    return CParameter::toString();
+}
+
+void CFloatParameter::parseAndSetValue(QString const& value) {
+    CParameter::parseAndSetValue(value);
+}
+
+bool CFloatParameter::attach(INodeMap* nodeMap) {
+    const bool attached = CParameter::attach(nodeMap);
+    m_Float = nodeAs<IFloat>(false);
+    return attached;
+}
+
+template <typename Read>
+auto CFloatParameter::standardRead(Read read) -> decltype(read(static_cast<IFloat*>(nullptr))) {
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(objectState());
+        raiseExceptionIfDisposed();
+        raiseExceptionIfNotReadable();
+        return read(requireNode(m_Float));
+    });
+}
+
+double CFloatParameter::getValue() {
+    return standardRead([](IFloat* node) { return node->GetValue(false, false); });
+}
+
+double CFloatParameter::getMinimum() {
+    return standardRead([](IFloat* node) { return node->GetMin(); });
+}
+
+double CFloatParameter::getMaximum() {
+    return standardRead([](IFloat* node) { return node->GetMax(); });
+}
+
+double CFloatParameter::getIncrement() {
+    return standardRead([](IFloat* node) { return node->GetInc(); });
+}
+
+bool CFloatParameter::hasIncrement() {
+    return standardRead([](IFloat* node) { return node->HasInc(); });
+}
+
+void CFloatParameter::setValue(double value) {
+    translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(objectState());
+        raiseExceptionIfDisposed();
+        raiseExceptionIfNotWritable();
+        announceValue(announcementText(value));
+        if (m_Float)
+            m_Float->SetValue(value, true);
+    });
+}
+
+double CFloatParameter::getValueOrDefault(double defaultValue) {
+    CScopedObjectStateLock lock(objectState());
+    return m_Float && inReadableMode() ? m_Float->GetValue(false, false) : defaultValue;
+}
+
+bool CFloatParameter::trySetValue(double value) {
+    CScopedObjectStateLock lock(objectState());
+    if (isEmpty() || !inWritableMode())
+        return false;
+    announceAndWrite(requireNode(m_Float), value);
+    return true;
+}
+
+// Clipping announces and writes the clipped value; corrections 1 and 2 write nothing.
+void CFloatParameter::setValue(double value, EFloatValueCorrection correction) {
+    if (correction == FloatValueCorrection_None) {
+        setValue(value);
+        return;
+    }
+    CScopedObjectStateLock lock(objectState());
+    IFloat* node = requireNode(m_Float);
+    const double minimum = node->GetMin();
+    const double maximum = node->GetMax();
+    if (correction == FloatValueCorrection_ClipToRange)
+        announceAndWrite(node, clipped(value, minimum, maximum));
+}
+
+// The clipped write is the guarded one, so a node that cannot be written raises instead of answering false.
+bool CFloatParameter::trySetValue(double value, EFloatValueCorrection correction) {
+    if (correction == FloatValueCorrection_None)
+        return trySetValue(value);
+    CScopedObjectStateLock lock(objectState());
+    if (isEmpty())
+        return false;
+    IFloat* node = requireNode(m_Float);
+    const double minimum = node->GetMin();
+    const double maximum = node->GetMax();
+    if (correction == FloatValueCorrection_ClipToRange)
+        setValue(clipped(value, minimum, maximum));
+    return true;
+}
+
+double CFloatParameter::getValuePercentOfRange() {
+    CScopedObjectStateLock lock(objectState());
+    IFloat* node = requireNode(m_Float);
+    const double minimum = node->GetMin();
+    const double maximum = node->GetMax();
+    const double value = node->GetValue(false, false);
+    if (std::fabs(maximum - minimum) < epsilon || std::fabs(value - maximum) < epsilon)
+        return 100.0;
+    if (std::fabs(value - minimum) < epsilon)
+        return 0.0;
+    const long double percent =
+        (static_cast<long double>(value) * 0.5L - static_cast<long double>(minimum) * 0.5L) /
+        (static_cast<long double>(maximum) * 0.5L - static_cast<long double>(minimum) * 0.5L) * 100.0L;
+    return static_cast<double>(std::min(percent, 100.0L));
+}
+
+void CFloatParameter::writePercentOfRange(double percent) {
+    IFloat* node = requireNode(m_Float);
+    const double minimum = node->GetMin();
+    const double maximum = node->GetMax();
+    if (percent <= 0) {
+        node->SetValue(minimum, true);
+        return;
+    }
+    if (percent >= 100.0) {
+        node->SetValue(maximum, true);
+        return;
+    }
+    const long double fraction = static_cast<long double>(percent) / 100.0L;
+    const long double position = static_cast<long double>(minimum) -
+                                 fraction * static_cast<long double>(minimum) +
+                                 fraction * static_cast<long double>(maximum);
+    node->SetValue(clipped(static_cast<double>(position), minimum, maximum), true);
+}
+
+void CFloatParameter::setValuePercentOfRange(double percent) {
+    CScopedObjectStateLock lock(objectState());
+    writePercentOfRange(percent);
+}
+
+bool CFloatParameter::trySetValuePercentOfRange(double percent) {
+    CScopedObjectStateLock lock(objectState());
+    if (isEmpty() || !inReadWriteMode())
+        return false;
+    writePercentOfRange(percent);
+    return true;
+}
+
+void CFloatParameter::writeLimit(double (IFloat::*limit)()) {
+    IFloat* node = requireNode(m_Float);
+    announceAndWrite(node, (node->*limit)());
+}
+
+void CFloatParameter::setToMaximum() {
+    CScopedObjectStateLock lock(objectState());
+    writeLimit(&IFloat::GetMax);
+}
+
+void CFloatParameter::setToMinimum() {
+    CScopedObjectStateLock lock(objectState());
+    writeLimit(&IFloat::GetMin);
+}
+
+bool CFloatParameter::trySetToMaximum() {
+    CScopedObjectStateLock lock(objectState());
+    if (isEmpty() || !inReadWriteMode())
+        return false;
+    writeLimit(&IFloat::GetMax);
+    return true;
+}
+
+bool CFloatParameter::trySetToMinimum() {
+    CScopedObjectStateLock lock(objectState());
+    if (isEmpty() || !inReadWriteMode())
+        return false;
+    writeLimit(&IFloat::GetMin);
+    return true;
+}
+
+QSharedPointer<ParameterData> CFloatParameter::createCachedData() {
+    return QSharedPointer<FloatParameterData>::create();
+}
+
+bool CFloatParameter::updateCachedParameterData() {
+    return refreshWithTypedFields([this](bool wasValid) {
+        FloatParameterData& data = static_cast<FloatParameterData&>(*cachedData());
+        const double value = getValue();
+        const double minimum = getMinimum();
+        const double maximum = getMaximum();
+        const bool increments = hasIncrement();
+        const double increment = increments ? getIncrement() : data.increment;
+        const qint64 precision = translateGenICamExceptions([&] { return m_Float->GetDisplayPrecision(); });
+        const QString representation =
+            getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
+        if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&
+            data.hasIncrement == increments && data.increment == increment &&
+            data.displayPrecision == precision && data.representation == representation) {
+            return false;
+        }
+        data.value = value;
+        data.minimum = minimum;
+        data.maximum = maximum;
+        data.hasIncrement = increments;
+        data.increment = increment;
+        data.displayPrecision = precision;
+        data.representation = representation;
+        return true;
+    });
+}
+
+QSharedPointer<ParameterData> CFloatParameter::getCachedParameterData() {
+    return copyCachedDataAs<FloatParameterData>();
+}
+
+}  // namespace Internal
+}  // namespace ParameterCollection
