@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#define TAVRIN_EXPORT __attribute__((visibility("default")))
+#include "TavrinExport.h"
 
 namespace Tavrin {
 

@@ -1,0 +1,72 @@
+// Name resolution and the untyped lookups of the collection.
+#include "ParameterCollectionImpl.h"
+
+namespace ParameterCollection {
+namespace Internal {
+
+CParameterCollectionImpl::CParameterCollectionImpl(QSharedPointer<CObjectState> state)
+    : m_ObjectState(state), m_Decoupler(new CModeratedParameterEventDecouplerThread(state)) {}
+
+CParameterCollectionImpl::~CParameterCollectionImpl() {
+    for (CNodemapWrapper* wrapper : m_WrapperList)
+        delete wrapper;
+}
+
+QStringList CParameterCollectionImpl::alternatives(const QString& name) {
+    return name.split(QLatin1Char('|'), Qt::SkipEmptyParts);
+}
+
+// "@Map/Feature[/Alias]" names its node map; anything else is a feature of the first announced map.
+CNodemapWrapper* CParameterCollectionImpl::parseFullName(QString& featureName, QString& nodeMapName,
+                                                         bool& isAlias, QString fullName) {
+    isAlias = false;
+    if (fullName.isNull())
+        return nullptr;
+    if (!fullName.isEmpty() && fullName.at(0) == QLatin1Char('@')) {
+        const QStringList parts = fullName.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+        if (parts.size() < 2)
+            return nullptr;
+        nodeMapName = parts.at(0);
+        featureName = parts.at(1);
+        isAlias = parts.size() == 3 && parts.at(2) == QLatin1String("Alias");
+        return m_WrapperMap.value(nodeMapName, nullptr);
+    }
+    if (m_WrapperList.isEmpty())
+        return nullptr;
+    featureName = fullName;
+    nodeMapName = m_WrapperList.first()->GetWrapperName();
+    return m_WrapperList.first();
+}
+
+QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const QString& name) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    for (const QString& alternative : alternatives(name)) {
+        QString featureName;
+        QString nodeMapName;
+        bool isAlias = false;
+        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
+        if (!wrapper)
+            continue;
+        QSharedPointer<CParameter> found =
+            wrapper->lookUpWithUnknownTypeInParameterCollection(featureName, isAlias);
+        if (!found->isEmpty())
+            return found;
+    }
+    return QSharedPointer<IParameter>();
+}
+
+bool CParameterCollectionImpl::containsWithUnknownType(const QString& name) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    for (const QString& alternative : alternatives(name)) {
+        QString featureName;
+        QString nodeMapName;
+        bool isAlias = false;
+        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
+        if (wrapper && wrapper->containsWithUnknownTypeInParameterCollection(featureName, isAlias))
+            return true;
+    }
+    return false;
+}
+
+}  // namespace Internal
+}  // namespace ParameterCollection

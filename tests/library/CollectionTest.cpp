@@ -1,0 +1,339 @@
+// The collection end to end on the simulated camera: names, typed and untyped gets, node map management,
+// signals, relations, destruction, feature streams and the SFNC version.
+#include "LibraryFixture.h"
+#include <GenApi/GenApi.h>
+#include <GenApiEngine/AravisDevices.h>
+#include <QSignalSpy>
+#include <atomic>
+#include <parametercollection/ParameterCollection.h>
+#include <parametercollection/ParameterPath.h>
+#include <parametercollection/SfncVersion.h>
+#include <parametercollection/internal/IntegerParameter.h>
+#include <parametercollection/internal/NodemapWrapper.h>
+#include <parametercollection/internal/ParameterCollectionImpl.h>
+#include <thread>
+
+using namespace Core::Exception;
+
+class CollectionTest : public ::testing::Test {
+protected:
+    CollectionTest() : m_State(new CObjectState(nullptr)), m_Collection(new CParameterCollection(m_State)) {
+        m_Collection->announceNodeMap(ParameterPath::CameraDevice);
+        m_Collection->announceNodeMap(ParameterPath::StreamGrabber0);
+        m_Collection->attachNodeMap(ParameterPath::CameraDevice, m_Device.nodeMap());
+        m_State->setState(ObjectState_Open);
+    }
+    ~CollectionTest() override {
+        if (m_Collection)
+            m_Collection->detachAllNodeMaps();
+    }
+
+    CParameterCollection& collection() { return *m_Collection; }
+    GenApi::INodeMap* map() const { return m_Device.nodeMap(); }
+    SimCamera::CSimulatedCamera& camera() { return m_Device.camera(); }
+
+    SimCamera::CSimulatedDevice m_Device;
+    QSharedPointer<CObjectState> m_State;
+    QScopedPointer<CParameterCollection> m_Collection;
+};
+
+TEST(FullNames, AreParsedIntoNodeMapFeatureAndAlias) {
+    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
+    CParameterCollectionImpl impl(state);
+    QString feature = "untouched";
+    QString nodeMap = "untouched";
+    bool isAlias = true;
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "Width"), nullptr);  // nothing announced
+    EXPECT_FALSE(isAlias);
+    CNodemapWrapper device("@CameraDevice", impl.m_Decoupler, state);
+    CNodemapWrapper stream("@StreamGrabber0", impl.m_Decoupler, state);
+    impl.m_WrapperList = {&device, &stream};
+    impl.m_WrapperMap = {{"@CameraDevice", &device}, {"@StreamGrabber0", &stream}};
+
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "@CameraDevice/Width"), &device);
+    EXPECT_EQ(feature, "Width");
+    EXPECT_EQ(nodeMap, "@CameraDevice");
+    EXPECT_FALSE(isAlias);
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "@StreamGrabber0//Width/Alias"), &stream);
+    EXPECT_TRUE(isAlias);
+    impl.parseFullName(feature, nodeMap, isAlias, "@CameraDevice/Width/alias");
+    EXPECT_FALSE(isAlias);
+    impl.parseFullName(feature, nodeMap, isAlias, "@CameraDevice/Width/Alias/X");
+    EXPECT_FALSE(isAlias);
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "@CameraDevice"), nullptr);
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "@"), nullptr);
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "@Unknown/Gain"), nullptr);
+    EXPECT_EQ(feature, "Gain");
+    EXPECT_EQ(nodeMap, "@Unknown");
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, "Height"), &device);  // the first announced map
+    EXPECT_EQ(feature, "Height");
+    EXPECT_EQ(nodeMap, "@CameraDevice");
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, QString()), nullptr);
+    EXPECT_EQ(impl.parseFullName(feature, nodeMap, isAlias, QString("")), &device);
+    EXPECT_EQ(feature, "");
+    impl.m_WrapperList.clear();
+    impl.m_WrapperMap.clear();
+    EXPECT_EQ(ParameterPath::CameraInstance, "@CameraInstance");
+    EXPECT_EQ(ParameterPath::Interface, "@Interface");
+    EXPECT_EQ(IntegerParameterName("@CameraDevice/Width").getFullName(), "@CameraDevice/Width");
+}
+
+TEST_F(CollectionTest, TypedGetsAlternativesAliasesAndDummies) {
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("@CameraDevice/Width"));
+    EXPECT_EQ(width->getValue(), 640);
+    EXPECT_EQ(collection().get(IntegerParameterName("Width")), width);  // cached, bare name
+    // The typed get ignores the alias suffix: it answers the cached plain parameter.
+    EXPECT_EQ(collection().get(IntegerParameterName("@CameraDevice/Width/Alias")), width);
+    // Alternatives: the first that exists wins.
+    QSharedPointer<IIntegerParameter> height =
+        collection().get(IntegerParameterName("@CameraDevice/NoSuchFeature|@CameraDevice/Height"));
+    EXPECT_EQ(height->getFullName(), "@CameraDevice/Height");
+    EXPECT_EQ(height->getValue(), 480);
+    // Unknown names give fresh, unbound objects every time.
+    QSharedPointer<IIntegerParameter> missing =
+        collection().get(IntegerParameterName("@CameraDevice/NoSuchFeature"));
+    EXPECT_FALSE(missing->isAvailable());
+    EXPECT_TRUE(missing->isEmpty());
+    EXPECT_NE(collection().get(IntegerParameterName("@CameraDevice/NoSuchFeature")), missing);
+    EXPECT_TRUE(collection().get(FloatParameterName("@Unannounced/ExposureTime"))->isEmpty());
+    EXPECT_TRUE(collection().get(IntegerParameterName("@StreamGrabber0/Width"))->isEmpty());  // not attached
+
+    EXPECT_DOUBLE_EQ(collection().get(FloatParameterName("ExposureTime"))->getValue(), 10000.0);
+    EXPECT_EQ(collection().get(EnumParameterName("PixelFormat"))->getValue(), "Mono8");
+    EXPECT_EQ(collection().get(StringParameterName("DeviceModelName"))->getValue(), "SimCam-1");
+    EXPECT_FALSE(collection().get(BooleanParameterName("ReverseX"))->getValue(false, false));
+    EXPECT_TRUE(collection().get(CommandParameterName("TimestampLatch"))->isDone());
+    uint32_t value = 0;
+    collection()
+        .get(PortParameterName("Device"))
+        ->readRaw(SimCamera::Registers::TestReadOnlyInteger, &value, 4);
+    EXPECT_EQ(value, 42u);
+    // Device files are not served yet: the seam answers null.
+    EXPECT_TRUE(collection().get(FileParameterName("@CameraDevice/UserSet1")).isNull());
+    EXPECT_FALSE(collection().contains(FileParameterName("@CameraDevice/UserSet1")));
+}
+
+TEST_F(CollectionTest, UntypedGetsChooseTheClassByInterface) {
+    QSharedPointer<IParameter> width = collection().get(ParameterName("@CameraDevice/Width"));
+    ASSERT_TRUE(width);
+    EXPECT_TRUE(width.dynamicCast<IIntegerParameter>());
+    EXPECT_EQ(width, collection().get(IntegerParameterName("@CameraDevice/Width")));  // one object per name
+    EXPECT_TRUE(collection().get(ParameterName("PixelFormat")).dynamicCast<IEnumParameter>());
+    EXPECT_TRUE(collection().get(ParameterName("Device")).dynamicCast<IPortParameter>());
+    QSharedPointer<IParameter> category = collection().get(ParameterName("Root"));
+    ASSERT_TRUE(category);
+    EXPECT_EQ(category->getParameterType(), ParameterType_Category);
+    EXPECT_FALSE(category.dynamicCast<IIntegerParameter>());
+    // The untyped alias view is a separate parameter, cached under Name/Alias.
+    QSharedPointer<IParameter> alias = collection().get(ParameterName("@CameraDevice/ExposureTimeAbs/Alias"));
+    ASSERT_TRUE(alias);
+    EXPECT_EQ(alias->toString(), "10000.0");
+    EXPECT_EQ(collection().get(ParameterName("@CameraDevice/ExposureTimeAbs/Alias")), alias);
+    EXPECT_NE(collection().get(ParameterName("@CameraDevice/ExposureTimeAbs")), alias);
+    // A node without an alias gives nothing for Name/Alias; unknown names give null.
+    EXPECT_FALSE(collection().get(ParameterName("@CameraDevice/Width/Alias")));
+    EXPECT_FALSE(collection().get(ParameterName("@CameraDevice/NoSuchFeature")));
+    EXPECT_TRUE(collection().get(ParameterName("@CameraDevice/NoSuchFeature|Gain")));
+
+    EXPECT_TRUE(collection().contains(ParameterName("Width")));
+    EXPECT_TRUE(collection().contains(ParameterName("@CameraDevice/ExposureTimeAbs/Alias")));
+    EXPECT_FALSE(collection().contains(ParameterName("@CameraDevice/Width/Alias")));
+    EXPECT_TRUE(collection().contains(IntegerParameterName("Height")));  // uncached, by interface
+    EXPECT_FALSE(collection().contains(FloatParameterName("Height")));
+    EXPECT_TRUE(collection().contains(EnumParameterName("@CameraDevice/X|TriggerMode")));
+    EXPECT_FALSE(collection().contains(StringParameterName("NoSuchFeature")));
+    EXPECT_TRUE(collection().contains(CommandParameterName("AcquisitionStart")));
+    EXPECT_TRUE(collection().contains(BooleanParameterName("ReverseY")));
+    EXPECT_TRUE(collection().contains(PortParameterName("Device")));
+    EXPECT_FALSE(collection().contains(FloatParameterName("Width")));  // cached as an integer
+}
+
+TEST_F(CollectionTest, AskingForOneNameWithTwoTypesIsFatal) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    collection().get(IntegerParameterName("@CameraDevice/Width"));
+    EXPECT_DEATH(collection().get(FloatParameterName("@CameraDevice/Width")), "Error: TypeMismatch");
+}
+
+namespace {
+
+// A parameter that cannot be detached, to reach the wrapper's failure path on a real node map.
+class CUndetachableParameter : public CParameter {
+public:
+    using CParameter::CParameter;
+    bool attach(GenApi::INodeMap* nodeMap) override {
+        if (!nodeMap)
+            throw RuntimeException("cannot be detached");
+        return CParameter::attach(nodeMap);
+    }
+};
+
+}  // namespace
+
+TEST_F(CollectionTest, AFailingReattachIsFatal) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
+    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler(
+        new CModeratedParameterEventDecouplerThread(state));
+    CNodemapWrapper wrapper("@CameraDevice", decoupler, state);
+    wrapper.Attach(map());
+    ASSERT_FALSE(wrapper.createAndAddToListIfNoDummy<CUndetachableParameter>("Width", false)->isEmpty());
+    EXPECT_DEATH(wrapper.Attach(nullptr), "Attaching node map failed!");
+    wrapper.lookUpWithKnownTypeInParameterCollection<CParameter>("Width")->setIsAlias(false);
+}
+
+TEST_F(CollectionTest, ParametersSurviveDetachAndReattachAsTheSameObjects) {
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
+    QSharedPointer<IEnumParameter> pixelFormat = collection().get(EnumParameterName("PixelFormat"));
+    collection().detachNodeMap(ParameterPath::CameraDevice);
+    EXPECT_TRUE(width->isEmpty());
+    EXPECT_FALSE(width->isAvailable());
+    EXPECT_EQ(width->toString(), "<not found>");
+    EXPECT_TRUE(collection().getParameterCollectionNames().isEmpty());
+    collection().attachNodeMap(ParameterPath::CameraDevice, map());
+    EXPECT_EQ(collection().get(IntegerParameterName("Width")), width);
+    EXPECT_EQ(width->getValue(), 640);
+    EXPECT_EQ(pixelFormat->getValue(), "Mono8");
+    // A second device of the same kind: the same objects now read the new device.
+    SimCamera::CSimulatedDevice second;
+    second.camera().pokeRegister(SimCamera::Registers::Width, 1280);
+    collection().detachNodeMap(ParameterPath::CameraDevice);
+    collection().attachNodeMap(ParameterPath::CameraDevice, second.nodeMap());
+    EXPECT_EQ(width->getValue(), 1280);
+    collection().detachAllNodeMaps();
+    EXPECT_TRUE(width->isEmpty());
+}
+
+TEST_F(CollectionTest, NodeMapManagementAndItsSignal) {
+    QSignalSpy attached(m_Collection.data(), &IParameterCollection::nodeMapAttached);
+    // The signal comes after the lock is released: another thread can take it from the receiver.
+    std::atomic<bool> lockFreeInReceiver{false};
+    QObject::connect(m_Collection.data(), &IParameterCollection::nodeMapAttached, [&] {
+        std::thread([&] {
+            m_State->lock();
+            lockFreeInReceiver = true;
+            m_State->unlock();
+        }).join();
+    });
+    collection().attachNodeMap(ParameterPath::StreamGrabber0, map());
+    ASSERT_EQ(attached.count(), 1);
+    EXPECT_EQ(attached.at(0).at(0).toString(), "@StreamGrabber0");
+    EXPECT_TRUE(lockFreeInReceiver);
+    EXPECT_EQ(collection().getParameterCollectionNames(),
+              QList<QString>({"@CameraDevice", "@StreamGrabber0"}));
+    EXPECT_EQ(collection().get(IntegerParameterName("@StreamGrabber0/Width"))->getValue(), 640);
+
+    // A name never announced attaches nothing but is reported; a null map reports nothing.
+    collection().attachNodeMap("@NotAnnounced", map());
+    EXPECT_EQ(attached.count(), 2);
+    EXPECT_EQ(attached.at(1).at(0).toString(), "@NotAnnounced");
+    EXPECT_TRUE(collection().get(IntegerParameterName("@NotAnnounced/Width"))->isEmpty());
+    collection().attachNodeMap(ParameterPath::StreamGrabber0, nullptr);
+    EXPECT_EQ(attached.count(), 2);
+    EXPECT_EQ(collection().getParameterCollectionNames(), QList<QString>({"@CameraDevice"}));
+
+    // Detaching an unknown name leaves it without a wrapper, even after announcing it.
+    collection().detachNodeMap("@Unknown");
+    collection().announceNodeMap("@Unknown");
+    collection().attachNodeMap("@Unknown", map());
+    EXPECT_TRUE(collection().get(IntegerParameterName("@Unknown/Width"))->isEmpty());
+    EXPECT_FALSE(collection().getParameterCollectionNames().contains("@Unknown"));
+    // Announcing twice keeps one wrapper, in the first place.
+    collection().announceNodeMap(ParameterPath::CameraDevice);
+    EXPECT_EQ(collection().getParameterCollectionNames(), QList<QString>({"@CameraDevice"}));
+}
+
+TEST_F(CollectionTest, RelationsAllParametersPollAndInvalidate) {
+    EXPECT_EQ(collection().getParameterRelation("@CameraDevice/GainSelector",
+                                                ParameterRelation_SelectedFeatures, false),
+              QList<QString>({"@CameraDevice/Gain", "@CameraDevice/GainRaw"}));
+    EXPECT_EQ(
+        collection().getParameterRelation("@CameraDevice/Gain", ParameterRelation_SelectingFeatures, false),
+        QList<QString>({"@CameraDevice/GainSelector"}));
+    const QList<QString> analog = collection().getParameterRelation(
+        "@CameraDevice/AnalogControl", ParameterRelation_CategoryFeatures, false);
+    EXPECT_EQ(analog.size(), 5);
+    EXPECT_EQ(analog.first(), "@CameraDevice/GainSelector");
+    EXPECT_EQ(collection().getParameterRelation("@CameraDevice/Width", ParameterRelation_CategoryPath, false),
+              QList<QString>({"@CameraDevice/Root", "@CameraDevice/ImageFormatControl"}));
+    // Non-features are left out unless all nodes are asked for.
+    EXPECT_TRUE(
+        collection()
+            .getParameterRelation("@CameraDevice/FileSelector", ParameterRelation_SelectedFeatures, false)
+            .contains("@CameraDevice/FileSize"));
+    EXPECT_TRUE(collection()
+                    .getParameterRelation("@CameraDevice/Width", ParameterRelation_CategoryFeatures, false)
+                    .isEmpty());
+    EXPECT_TRUE(collection()
+                    .getParameterRelation("@StreamGrabber0/Width", ParameterRelation_CategoryPath, false)
+                    .isEmpty());
+    EXPECT_TRUE(collection()
+                    .getParameterRelation("@CameraDevice/NoSuch", ParameterRelation_SelectedFeatures, true)
+                    .isEmpty());
+
+    // Every node of the attached map yields one parameter.
+    EXPECT_EQ(static_cast<uint64_t>(collection().getAllParameter().size()), map()->GetNumNodes());
+
+    // Polling reaches the node map: the temperature's parameter hears the change.
+    QSharedPointer<IFloatParameter> temperature = collection().get(FloatParameterName("DeviceTemperature"));
+    QSignalSpy changed(temperature.data(), &IParameter::parameterChanged);
+    collection().poll(999);
+    EXPECT_EQ(changed.count(), 0);
+    collection().poll(1);
+    EXPECT_EQ(changed.count(), 1);
+    // Invalidation drops cached values: a change behind the library's back becomes visible.
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
+    EXPECT_EQ(width->getValue(), 640);
+    camera().pokeRegister(SimCamera::Registers::Width, 320);
+    EXPECT_EQ(width->getValue(), 640);
+    collection().invalidate();
+    EXPECT_EQ(width->getValue(), 320);
+}
+
+TEST_F(CollectionTest, DestructionLeavesHeldParametersEmpty) {
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
+    QSharedPointer<IParameter> exposure = collection().get(ParameterName("ExposureTime"));
+    CDecoupledRecorder recorder(*exposure);
+    exposure->scheduleParameterDataChangedCheck(true);  // starts the decoupler
+    m_Collection.reset();
+    EXPECT_TRUE(width->isEmpty());
+    EXPECT_EQ(width->toString(), "<not found>");
+    m_State->setState(ObjectState_Disposed);
+    EXPECT_EQ(width->toString(), "<disposed>");
+    EXPECT_THROW(width->getValue(), ObjectDisposedException);
+    EXPECT_THROW(exposure->parseAndSetValue("100"), ObjectDisposedException);
+}
+
+TEST_F(CollectionTest, FeatureStreamsAndTheSfncVersion) {
+    EXPECT_EQ(collection().getSfncVersion(), Sfnc_2_5_0);
+    collection().get(IntegerParameterName("Width"))->setValue(1024, true);
+    collection().get(EnumParameterName("PixelFormat"))->setValue(QString("Mono16"));
+    const QString stream = collection().saveFeatureStreamToString(ParameterPath::CameraDevice);
+    EXPECT_TRUE(stream.contains("Width\t1024\n"));
+    EXPECT_TRUE(stream.contains("PixelFormat\tMono16\n"));
+    EXPECT_FALSE(stream.contains("DeviceVendorName"));  // read-only
+    EXPECT_TRUE(collection().saveFeatureStreamToString("@NotAnnounced").isEmpty());
+
+    collection().get(IntegerParameterName("Width"))->setValue(640, true);
+    QString error = "untouched";
+    EXPECT_TRUE(collection().loadFeatureStreamFromString(stream, error, ParameterPath::CameraDevice));
+    EXPECT_EQ(collection().get(IntegerParameterName("Width"))->getValue(), 1024);
+    EXPECT_FALSE(collection().loadFeatureStreamFromString(stream, error, "@NotAnnounced"));
+    EXPECT_EQ(error, "untouched");
+    // An unknown feature fails with the service's text, and callbacks work again afterwards.
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
+    QSignalSpy changed(width.data(), &IParameter::parameterChanged);
+    const QString broken = stream.section('\n', 0, 0) + "\nWidth\t512\nNoSuchFeature\t1\n";
+    EXPECT_FALSE(collection().loadFeatureStreamFromString(broken, error, ParameterPath::CameraDevice));
+    EXPECT_TRUE(error.contains("NoSuchFeature"));
+    width->setValue(256, true);
+    EXPECT_GE(changed.count(), 1);
+    EXPECT_FALSE(
+        collection().loadFeatureStream("/nonexistent/features.txt", error, ParameterPath::CameraDevice));
+
+    // Aravis' fake camera has no SFNC version features.
+    GenApi::CNodeMapRef fake(GenApiEngine::createAravisFakeDevice());
+    collection().detachNodeMap(ParameterPath::CameraDevice);  // the owner detaches before the next device
+    collection().attachNodeMap(ParameterPath::CameraDevice, fake._Ptr);
+    EXPECT_EQ(collection().getSfncVersion(), Sfnc_VersionUndefined);
+    collection().detachAllNodeMaps();
+}

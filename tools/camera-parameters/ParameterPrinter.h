@@ -1,0 +1,33 @@
+// How camera-parameters shows parameters: aligned table rows for people, JSON objects for scripts.
+#ifndef TOOLS_CAMERAPARAMETERS_PARAMETERPRINTER_H
+#define TOOLS_CAMERAPARAMETERS_PARAMETERPRINTER_H
+
+#include <QJsonObject>
+#include <QSharedPointer>
+#include <QString>
+#include <QTextStream>
+#include <parametercollection/IParameter.h>
+
+class CParameterPrinter {
+public:
+    CParameterPrinter(QTextStream& out, bool json);
+
+    // One parameter: name, type, access, visibility, value (and unit); in JSON also its descriptions.
+    void print(ParameterCollection::IParameter& parameter);
+    void printHeader();
+    // A JSON object on one line, or "key: value" lines.
+    void printObject(const QJsonObject& object);
+    QJsonObject describe(ParameterCollection::IParameter& parameter, bool withDescriptions);
+
+    static QString typeText(ParameterCollection::EParameterType type);
+    static QString accessText(ParameterCollection::IParameter& parameter);
+    static QString visibilityText(int visibility);
+    // The value as text, "" when it cannot be read; a failure to read shows its message.
+    static QString valueText(ParameterCollection::IParameter& parameter);
+
+private:
+    QTextStream& m_Out;
+    bool m_Json;
+};
+
+#endif

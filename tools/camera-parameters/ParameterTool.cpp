@@ -1,0 +1,175 @@
+// The commands of camera-parameters on the public interface of the collection.
+#include "ParameterTool.h"
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QTimer>
+#include <parametercollection/Exceptions.h>
+
+using namespace ParameterCollection;
+
+namespace {
+
+const QStringList visibilityOrder = {"Beginner", "Expert", "Guru", "Invisible"};
+
+QJsonArray toJson(const QList<QString>& names) {
+    return QJsonArray::fromStringList(names);
+}
+
+}  // namespace
+
+CParameterTool::CParameterTool(CParameterCollection& collection, const CToolOptions& options,
+                               QTextStream& out, QTextStream& err)
+    : m_Collection(collection), m_Options(options), m_Out(out), m_Err(err), m_Printer(out, options.json) {}
+
+int CParameterTool::run() {
+    const QString& command = m_Options.command;
+    if (command == "list")
+        return list();
+    if (command == "get")
+        return get();
+    if (command == "set")
+        return set();
+    if (command == "watch")
+        return watch();
+    if (command == "relations")
+        return relations();
+    if (command == "dump")
+        return dump();
+    return WrongUsage;
+}
+
+QSharedPointer<IParameter> CParameterTool::find(const QString& name) {
+    QSharedPointer<IParameter> parameter = m_Collection.get(ParameterName(name));
+    if (!parameter)
+        m_Err << "Unknown parameter '" << name << "'.\n";
+    return parameter;
+}
+
+// Features only unless --all; at most the chosen visibility; the filter matches names case-insensitively.
+bool CParameterTool::listed(IParameter& parameter) {
+    if (!m_Options.allNodes &&
+        parameter.getAdvancedParameterAccess()->getPropertyOrDefault("IsFeature", "false") != "true") {
+        return false;
+    }
+    if (parameter.getVisibility() > visibilityOrder.indexOf(m_Options.visibility))
+        return false;
+    return m_Options.filter.isEmpty() ||
+           parameter.getFullName().contains(m_Options.filter, Qt::CaseInsensitive);
+}
+
+int CParameterTool::list() {
+    m_Printer.printHeader();
+    for (const QSharedPointer<IParameter>& parameter : m_Collection.getAllParameter()) {
+        if (listed(*parameter))
+            m_Printer.print(*parameter);
+    }
+    return Done;
+}
+
+int CParameterTool::get() {
+    int result = Done;
+    for (const QString& name : m_Options.arguments) {
+        QSharedPointer<IParameter> parameter = find(name);
+        if (!parameter) {
+            result = UnknownParameter;
+            continue;
+        }
+        if (!parameter->isReadable()) {
+            m_Err << "Parameter '" << parameter->getFullName() << "' is not readable.\n";
+            result = AccessRefused;
+            continue;
+        }
+        m_Printer.print(*parameter);
+    }
+    return result;
+}
+
+int CParameterTool::set() {
+    QSharedPointer<IParameter> parameter = find(m_Options.arguments.at(0));
+    if (!parameter)
+        return UnknownParameter;
+    try {
+        parameter->parseAndSetValue(m_Options.arguments.at(1));
+    } catch (const Core::Exception::ArgumentException& e) {
+        m_Err << "Value '" << m_Options.arguments.at(1) << "' refused: " << e.getMessage() << "\n";
+        return ValueRefused;
+    } catch (const Core::Exception::ArgumentOutOfRangeException& e) {
+        m_Err << "Value '" << m_Options.arguments.at(1) << "' refused: " << e.getMessage() << "\n";
+        return ValueRefused;
+    } catch (const Core::Exception::InvalidOperationException& e) {
+        m_Err << "Parameter '" << parameter->getFullName() << "' cannot be set: " << e.getMessage() << "\n";
+        return AccessRefused;
+    }
+    if (parameter->isReadable())
+        m_Printer.print(*parameter);
+    return Done;
+}
+
+// Each change arrives from the decoupler thread and is printed on this thread; the node map is polled
+// every 100 ms so that polled features (such as temperatures) report their changes.
+int CParameterTool::watch() {
+    QList<QSharedPointer<IParameter>> watched;
+    for (const QString& name : m_Options.arguments) {
+        QSharedPointer<IParameter> parameter = find(name);
+        if (!parameter)
+            return UnknownParameter;
+        watched.append(parameter);
+    }
+    QElapsedTimer clock;
+    clock.start();
+    for (const QSharedPointer<IParameter>& parameter : watched) {
+        IParameter* raw = parameter.data();
+        QObject::connect(
+            raw, &IParameter::parameterDataChangedDecoupled, QCoreApplication::instance(),
+            [this, raw, &clock](QSharedPointer<const ParameterData> data) {
+                QJsonObject change{{"time", clock.elapsed() / 1000.0},
+                                   {"name", raw->getFullName()},
+                                   {"value", data->valueText}};
+                if (m_Options.json) {
+                    m_Printer.printObject(change);
+                } else {
+                    m_Out << QString::number(change["time"].toDouble(), 'f', 3) << "  "
+                          << change["name"].toString() << " = " << data->valueText << "\n";
+                }
+                m_Out.flush();
+            },
+            Qt::QueuedConnection);
+        parameter->scheduleParameterDataChangedCheck(true);
+    }
+    QTimer poller;
+    QObject::connect(&poller, &QTimer::timeout, [this] { m_Collection.poll(100); });
+    poller.start(100);
+    QTimer::singleShot(static_cast<int>(m_Options.seconds * 1000), QCoreApplication::instance(),
+                       &QCoreApplication::quit);
+    QCoreApplication::exec();
+    return Done;
+}
+
+int CParameterTool::relations() {
+    QSharedPointer<IParameter> parameter = find(m_Options.arguments.at(0));
+    if (!parameter)
+        return UnknownParameter;
+    const QString name = parameter->getFullName();
+    const QJsonObject object{
+        {"name", name},
+        {"categoryFeatures",
+         toJson(m_Collection.getParameterRelation(name, ParameterRelation_CategoryFeatures, false))},
+        {"selectedFeatures",
+         toJson(m_Collection.getParameterRelation(name, ParameterRelation_SelectedFeatures, false))},
+        {"selectingFeatures",
+         toJson(m_Collection.getParameterRelation(name, ParameterRelation_SelectingFeatures, false))},
+        {"categoryPath",
+         toJson(m_Collection.getParameterRelation(name, ParameterRelation_CategoryPath, false))}};
+    m_Printer.printObject(object);
+    return Done;
+}
+
+int CParameterTool::dump() {
+    CParameterPrinter printer(m_Out, true);
+    for (const QSharedPointer<IParameter>& parameter : m_Collection.getAllParameter()) {
+        printer.printObject(printer.describe(*parameter, true));
+    }
+    return Done;
+}

@@ -1,0 +1,44 @@
+// Runs one command of camera-parameters on an opened device and answers the exit code.
+#ifndef TOOLS_CAMERAPARAMETERS_PARAMETERTOOL_H
+#define TOOLS_CAMERAPARAMETERS_PARAMETERTOOL_H
+
+#include "ParameterPrinter.h"
+#include "ToolOptions.h"
+#include <QTextStream>
+#include <parametercollection/ParameterCollection.h>
+
+class CParameterTool {
+public:
+    enum EExitCode {
+        Done = 0,
+        Failed = 1,
+        WrongUsage = 2,
+        UnknownParameter = 3,
+        ValueRefused = 4,
+        AccessRefused = 5,
+        DeviceNotFound = 6
+    };
+
+    CParameterTool(ParameterCollection::CParameterCollection& collection, const CToolOptions& options,
+                   QTextStream& out, QTextStream& err);
+    int run();
+
+private:
+    int list();
+    int get();
+    int set();
+    int watch();
+    int relations();
+    int dump();
+    // The parameter of a full or bare name; null (with a message) when there is none.
+    QSharedPointer<ParameterCollection::IParameter> find(const QString& name);
+    bool listed(ParameterCollection::IParameter& parameter);
+
+    ParameterCollection::CParameterCollection& m_Collection;
+    const CToolOptions& m_Options;
+    QTextStream& m_Out;
+    QTextStream& m_Err;
+    CParameterPrinter m_Printer;
+};
+
+#endif

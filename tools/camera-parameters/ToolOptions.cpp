@@ -1,0 +1,93 @@
+// Option parsing of camera-parameters.
+#include "ToolOptions.h"
+
+namespace {
+
+const QStringList commands = {"list", "get", "set", "watch", "relations", "dump", "devices"};
+const QStringList visibilities = {"Beginner", "Expert", "Guru", "Invisible"};
+
+}  // namespace
+
+CToolOptions::CToolOptions(const QStringList& all) {
+    bool commandSeen = false;
+    for (int index = 0; index < all.size() && m_Error.isEmpty(); ++index) {
+        const QString& argument = all.at(index);
+        if (argument.startsWith("--")) {
+            if (!takeOption(all, index))
+                return;
+        } else if (!commandSeen) {
+            command = argument;
+            commandSeen = true;
+        } else {
+            arguments.append(argument);
+        }
+    }
+    if (m_Error.isEmpty())
+        checkArguments();
+}
+
+bool CToolOptions::takeOption(const QStringList& all, int& index) {
+    const QString option = all.at(index);
+    const bool hasValue = index + 1 < all.size();
+    if (option == "--json") {
+        json = true;
+    } else if (option == "--all") {
+        allNodes = true;
+    } else if (option == "--help") {
+        help = true;
+    } else if (option == "--device" && hasValue) {
+        device = all.at(++index);
+    } else if (option == "--filter" && hasValue) {
+        filter = all.at(++index);
+    } else if (option == "--visibility" && hasValue) {
+        const QString wanted = all.at(++index);
+        for (const QString& known : visibilities) {
+            if (known.compare(wanted, Qt::CaseInsensitive) == 0)
+                visibility = known;
+        }
+        if (visibility.compare(wanted, Qt::CaseInsensitive) != 0)
+            m_Error = "Unknown visibility '" + wanted + "'.";
+    } else if (option == "--seconds" && hasValue) {
+        bool ok = false;
+        seconds = all.at(++index).toDouble(&ok);
+        if (!ok || seconds < 0)
+            m_Error = "--seconds takes a number of seconds.";
+    } else {
+        m_Error = hasValue || option == "--json" ? "Unknown option '" + option + "'."
+                                                 : "Option '" + option + "' needs a value or is unknown.";
+    }
+    return m_Error.isEmpty();
+}
+
+void CToolOptions::checkArguments() {
+    if (help)
+        return;
+    if (!commands.contains(command)) {
+        m_Error = "Unknown command '" + command + "'.";
+    } else if ((command == "get" || command == "watch") && arguments.isEmpty()) {
+        m_Error = command + " needs at least one parameter name.";
+    } else if (command == "set" && arguments.size() != 2) {
+        m_Error = "set needs a parameter name and a value.";
+    } else if (command == "relations" && arguments.size() != 1) {
+        m_Error = "relations needs one parameter name.";
+    }
+}
+
+QString CToolOptions::usage() {
+    return "Usage: camera-parameters [--device sim|aravis:fake|aravis:ID] [--json] COMMAND [ARGUMENTS]\n"
+           "\n"
+           "Commands:\n"
+           "  list [--visibility V] [--filter TEXT] [--all]   features with type, access, visibility, value\n"
+           "  get NAME...                                      values of parameters\n"
+           "  set NAME VALUE                                   write a value, then show it\n"
+           "  watch NAME... [--seconds S]                      print each change while the device is polled\n"
+           "  relations NAME                                   category features, selected and selecting\n"
+           "                                                   features, and the category path\n"
+           "  dump                                             every parameter as one JSON object a line\n"
+           "  devices                                          the devices Aravis finds\n"
+           "\n"
+           "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device.\n"
+           "Visibilities: Beginner, Expert, Guru (default), Invisible.\n"
+           "Exit codes: 0 done, 1 device or other failure, 2 wrong usage, 3 unknown parameter,\n"
+           "4 value refused, 5 parameter not writable or not readable, 6 device not found.\n";
+}

@@ -1,0 +1,34 @@
+// The command line of camera-parameters: device, output form, command and its arguments.
+#ifndef TOOLS_CAMERAPARAMETERS_TOOLOPTIONS_H
+#define TOOLS_CAMERAPARAMETERS_TOOLOPTIONS_H
+
+#include <QString>
+#include <QStringList>
+
+class CToolOptions {
+public:
+    // Parses the arguments after the program name; errorText() says what is wrong when valid() is false.
+    explicit CToolOptions(const QStringList& arguments);
+
+    bool valid() const { return m_Error.isEmpty(); }
+    const QString& errorText() const { return m_Error; }
+    static QString usage();
+
+    QString device = "sim";
+    bool json = false;
+    bool allNodes = false;
+    bool help = false;
+    QString visibility = "Guru";  // the most expert visibility listed
+    QString filter;
+    double seconds = 3.0;
+    QString command = "list";
+    QStringList arguments;
+
+private:
+    bool takeOption(const QStringList& all, int& index);
+    void checkArguments();
+
+    QString m_Error;
+};
+
+#endif

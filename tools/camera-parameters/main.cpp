@@ -1,0 +1,50 @@
+// camera-parameters: lists, reads, writes and watches the parameters of a camera through the library.
+// The default device is the simulated camera, so it runs without hardware.
+#include "DeviceSession.h"
+#include "ParameterTool.h"
+#include "ToolOptions.h"
+#include <GenApiEngine/AravisDevices.h>
+#include <QCoreApplication>
+#include <QTextStream>
+#include <parametercollection/Exceptions.h>
+#include <stdexcept>
+
+namespace {
+
+int listDevices(QTextStream& out) {
+    for (const std::string& id : GenApiEngine::listAravisDevices())
+        out << QString::fromStdString(id) << "\n";
+    return CParameterTool::Done;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    const CToolOptions options(QCoreApplication::arguments().mid(1));
+    if (options.help) {
+        out << CToolOptions::usage();
+        return CParameterTool::Done;
+    }
+    if (!options.valid()) {
+        err << options.errorText() << "\n\n" << CToolOptions::usage();
+        return CParameterTool::WrongUsage;
+    }
+    if (options.command == "devices")
+        return listDevices(out);
+    try {
+        CDeviceSession session(options.device);
+        return CParameterTool(session.collection(), options, out, err).run();
+    } catch (const std::invalid_argument& e) {
+        err << e.what() << "\n";
+        return CParameterTool::WrongUsage;
+    } catch (const GenICam::GenericException& e) {
+        err << "Cannot open device '" << options.device << "': " << e.GetDescription() << "\n";
+        return CParameterTool::DeviceNotFound;
+    } catch (const Core::Exception::BaseException& e) {
+        err << "Error: " << e.getMessage() << "\n";
+        return CParameterTool::Failed;
+    }
+}
