@@ -32,23 +32,14 @@ bool CBooleanParameter::attach(INodeMap* nodeMap) {
 }
 
 void CBooleanParameter::setValue(bool value, bool verify) {
-    translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotWritable();
-        announceValue(announcementText(static_cast<long long>(value)));
+    standardWrite(announcementText(static_cast<long long>(value)), [&] {
         if (m_Boolean)
             m_Boolean->SetValue(value, verify);
     });
 }
 
 bool CBooleanParameter::getValue(bool verify, bool ignoreCache) {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return requireNode(m_Boolean)->GetValue(verify, ignoreCache);
-    });
+    return standardRead(m_Boolean, [&](IBoolean* node) { return node->GetValue(verify, ignoreCache); });
 }
 
 bool CBooleanParameter::trySetValue(bool value) {

@@ -123,11 +123,8 @@ QString CEnumParameter::getValue() {
 }
 
 qint64 CEnumParameter::getIntValue(bool verify, bool ignoreCache) {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return static_cast<qint64>(requireNode(m_Enumeration)->GetIntValue(verify, ignoreCache));
+    return standardRead(m_Enumeration, [&](IEnumeration* node) {
+        return static_cast<qint64>(node->GetIntValue(verify, ignoreCache));
     });
 }
 

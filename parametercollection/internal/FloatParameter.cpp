@@ -48,42 +48,28 @@ bool CFloatParameter::attach(INodeMap* nodeMap) {
     return attached;
 }
 
-template <typename Read>
-auto CFloatParameter::standardRead(Read read) -> decltype(read(static_cast<IFloat*>(nullptr))) {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return read(requireNode(m_Float));
-    });
-}
-
 double CFloatParameter::getValue() {
-    return standardRead([](IFloat* node) { return node->GetValue(false, false); });
+    return standardRead(m_Float, [](IFloat* node) { return node->GetValue(false, false); });
 }
 
 double CFloatParameter::getMinimum() {
-    return standardRead([](IFloat* node) { return node->GetMin(); });
+    return standardRead(m_Float, [](IFloat* node) { return node->GetMin(); });
 }
 
 double CFloatParameter::getMaximum() {
-    return standardRead([](IFloat* node) { return node->GetMax(); });
+    return standardRead(m_Float, [](IFloat* node) { return node->GetMax(); });
 }
 
 double CFloatParameter::getIncrement() {
-    return standardRead([](IFloat* node) { return node->GetInc(); });
+    return standardRead(m_Float, [](IFloat* node) { return node->GetInc(); });
 }
 
 bool CFloatParameter::hasIncrement() {
-    return standardRead([](IFloat* node) { return node->HasInc(); });
+    return standardRead(m_Float, [](IFloat* node) { return node->HasInc(); });
 }
 
 void CFloatParameter::setValue(double value) {
-    translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotWritable();
-        announceValue(announcementText(value));
+    standardWrite(announcementText(value), [&] {
         if (m_Float)
             m_Float->SetValue(value, true);
     });
@@ -167,16 +153,11 @@ void CFloatParameter::writePercentOfRange(double percent) {
 }
 
 void CFloatParameter::setValuePercentOfRange(double percent) {
-    CScopedObjectStateLock lock(objectState());
-    writePercentOfRange(percent);
+    underStateLock([&] { writePercentOfRange(percent); });
 }
 
 bool CFloatParameter::trySetValuePercentOfRange(double percent) {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writePercentOfRange(percent);
-    return true;
+    return tryWhenReadWrite([&] { writePercentOfRange(percent); });
 }
 
 void CFloatParameter::writeLimit(double (IFloat::*limit)()) {
@@ -185,29 +166,19 @@ void CFloatParameter::writeLimit(double (IFloat::*limit)()) {
 }
 
 void CFloatParameter::setToMaximum() {
-    CScopedObjectStateLock lock(objectState());
-    writeLimit(&IFloat::GetMax);
+    underStateLock([&] { writeLimit(&IFloat::GetMax); });
 }
 
 void CFloatParameter::setToMinimum() {
-    CScopedObjectStateLock lock(objectState());
-    writeLimit(&IFloat::GetMin);
+    underStateLock([&] { writeLimit(&IFloat::GetMin); });
 }
 
 bool CFloatParameter::trySetToMaximum() {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writeLimit(&IFloat::GetMax);
-    return true;
+    return tryWhenReadWrite([&] { writeLimit(&IFloat::GetMax); });
 }
 
 bool CFloatParameter::trySetToMinimum() {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writeLimit(&IFloat::GetMin);
-    return true;
+    return tryWhenReadWrite([&] { writeLimit(&IFloat::GetMin); });
 }
 
 QSharedPointer<ParameterData> CFloatParameter::createCachedData() {

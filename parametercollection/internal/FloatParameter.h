@@ -46,9 +46,6 @@ protected:
     QSharedPointer<ParameterData> createCachedData() override;
 
 private:
-    // The standard read: lock, disposed and readable guards, translation.
-    template <typename Read>
-    auto standardRead(Read read) -> decltype(read(static_cast<GENAPI_NAMESPACE::IFloat*>(nullptr)));
     void writePercentOfRange(double percent);
     void writeLimit(double (GENAPI_NAMESPACE::IFloat::*limit)());
 

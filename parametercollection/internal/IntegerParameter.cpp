@@ -59,38 +59,25 @@ bool CIntegerParameter::attach(INodeMap* nodeMap) {
     return attached;
 }
 
-template <typename Read>
-long long CIntegerParameter::standardRead(Read read) {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return static_cast<long long>(read(requireNode(m_Integer)));
-    });
-}
-
 long long CIntegerParameter::getValue() {
-    return standardRead([](IInteger* node) { return node->GetValue(false, false); });
+    return standardRead(m_Integer,
+                        [](IInteger* node) { return static_cast<long long>(node->GetValue(false, false)); });
 }
 
 long long CIntegerParameter::getMinimum() {
-    return standardRead([](IInteger* node) { return node->GetMin(); });
+    return standardRead(m_Integer, [](IInteger* node) { return static_cast<long long>(node->GetMin()); });
 }
 
 long long CIntegerParameter::getMaximum() {
-    return standardRead([](IInteger* node) { return node->GetMax(); });
+    return standardRead(m_Integer, [](IInteger* node) { return static_cast<long long>(node->GetMax()); });
 }
 
 long long CIntegerParameter::getIncrement() {
-    return standardRead([](IInteger* node) { return node->GetInc(); });
+    return standardRead(m_Integer, [](IInteger* node) { return static_cast<long long>(node->GetInc()); });
 }
 
 void CIntegerParameter::setValue(long long value, bool verify) {
-    translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotWritable();
-        announceValue(announcementText(value));
+    standardWrite(announcementText(value), [&] {
         if (m_Integer)
             m_Integer->SetValue(value, verify);
     });
@@ -178,16 +165,11 @@ void CIntegerParameter::writePercentOfRange(double percent) {
 }
 
 void CIntegerParameter::setValuePercentOfRange(double percent) {
-    CScopedObjectStateLock lock(objectState());
-    writePercentOfRange(percent);
+    underStateLock([&] { writePercentOfRange(percent); });
 }
 
 bool CIntegerParameter::trySetValuePercentOfRange(double percent) {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writePercentOfRange(percent);
-    return true;
+    return tryWhenReadWrite([&] { writePercentOfRange(percent); });
 }
 
 void CIntegerParameter::writeLimit(int64_t (IInteger::*limit)()) {
@@ -196,29 +178,19 @@ void CIntegerParameter::writeLimit(int64_t (IInteger::*limit)()) {
 }
 
 void CIntegerParameter::setToMaximum() {
-    CScopedObjectStateLock lock(objectState());
-    writeLimit(&IInteger::GetMax);
+    underStateLock([&] { writeLimit(&IInteger::GetMax); });
 }
 
 void CIntegerParameter::setToMinimum() {
-    CScopedObjectStateLock lock(objectState());
-    writeLimit(&IInteger::GetMin);
+    underStateLock([&] { writeLimit(&IInteger::GetMin); });
 }
 
 bool CIntegerParameter::trySetToMaximum() {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writeLimit(&IInteger::GetMax);
-    return true;
+    return tryWhenReadWrite([&] { writeLimit(&IInteger::GetMax); });
 }
 
 bool CIntegerParameter::trySetToMinimum() {
-    CScopedObjectStateLock lock(objectState());
-    if (isEmpty() || !inReadWriteMode())
-        return false;
-    writeLimit(&IInteger::GetMin);
-    return true;
+    return tryWhenReadWrite([&] { writeLimit(&IInteger::GetMin); });
 }
 
 QSharedPointer<ParameterData> CIntegerParameter::createCachedData() {

@@ -45,9 +45,6 @@ protected:
     QSharedPointer<ParameterData> createCachedData() override;
 
 private:
-    // The standard read: lock, disposed and readable guards, translation.
-    template <typename Read>
-    long long standardRead(Read read);
     void writeCorrected(long long value, EIntegerValueCorrection correction);
     void writePercentOfRange(double percent);
     void writeLimit(int64_t (GENAPI_NAMESPACE::IInteger::*limit)());

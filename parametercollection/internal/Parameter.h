@@ -7,6 +7,7 @@
 #include "../ObjectState.h"
 #include "../ParameterCollectionExport.h"
 #include "../ScopedObjectStateLock.h"
+#include "GenICamExceptionTranslation.h"
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
 #include <QSharedPointer>
@@ -112,6 +113,46 @@ protected:
     }
     static QString announcementText(long long value);
     static QString announcementText(double value);
+
+    // The standard read: state lock, disposed and readable guards, then the read of the typed node (a
+    // missing typed node raises "Feature not present"), with GenICam exceptions translated.
+    template <typename Node, typename Read>
+    auto standardRead(Node* node, Read read) -> decltype(read(node)) {
+        return translateGenICamExceptions([&] {
+            CScopedObjectStateLock lock(m_ObjectState.data());
+            raiseExceptionIfDisposed();
+            raiseExceptionIfNotReadable();
+            return read(requireNode(node));
+        });
+    }
+    // The standard write: state lock, disposed and writable guards, the announcement, then the write,
+    // with GenICam exceptions translated.
+    template <typename Write>
+    void standardWrite(const QString& announcement, Write write) {
+        translateGenICamExceptions([&] {
+            CScopedObjectStateLock lock(m_ObjectState.data());
+            raiseExceptionIfDisposed();
+            raiseExceptionIfNotWritable();
+            announceValue(announcement);
+            write();
+        });
+    }
+
+    // Runs an operation under the state lock.
+    template <typename Operation>
+    void underStateLock(Operation operation) {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        operation();
+    }
+    // The try form of a write that needs a readable and writable node: false without one.
+    template <typename Operation>
+    bool tryWhenReadWrite(Operation operation) {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        if (isEmpty() || !inReadWriteMode())
+            return false;
+        operation();
+        return true;
+    }
 
     // A copy of the cached record with its typed fields, in a fresh shared pointer.
     template <typename Data>

@@ -32,21 +32,12 @@ bool CStringParameter::attach(INodeMap* nodeMap) {
 }
 
 QString CStringParameter::getValue() {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return QString::fromLatin1(requireNode(m_String)->GetValue(false, false).c_str());
-    });
+    return standardRead(
+        m_String, [](IString* node) { return QString::fromLatin1(node->GetValue(false, false).c_str()); });
 }
 
 qint64 CStringParameter::getMaxLength() {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        return static_cast<qint64>(requireNode(m_String)->GetMaxLength());
-    });
+    return standardRead(m_String, [](IString* node) { return static_cast<qint64>(node->GetMaxLength()); });
 }
 
 // Announced first; without a string node nothing is written.
