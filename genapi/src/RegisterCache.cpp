@@ -1,5 +1,6 @@
 // A cache of register bytes keyed by address; the description's Cachable decides what may be kept.
 #include "RegisterCache.h"
+#include <algorithm>
 #include <cstring>
 
 namespace GenApiEngine {
@@ -15,7 +16,22 @@ bool overlaps(int64_t a, int64_t aLength, int64_t b, int64_t bLength) {
 
 size_t CRegisterCache::addRule(const SCacheRule& rule) {
     m_Rules.push_back(rule);
+    m_PatternsBounded = false;
     return m_Rules.size() - 1;
+}
+
+void CRegisterCache::boundPatterns() const {
+    if (m_PatternsBounded)
+        return;
+    std::vector<int64_t> bases;
+    for (const SCacheRule& rule : m_Rules)
+        bases.push_back(rule.address);
+    std::sort(bases.begin(), bases.end());
+    for (SCacheRule& rule : m_Rules) {
+        const auto next = std::upper_bound(bases.begin(), bases.end(), rule.address);
+        rule.end = next == bases.end() ? rule.address + rule.stride * maximumIndex : *next;
+    }
+    m_PatternsBounded = true;
 }
 
 bool CRegisterCache::matches(const SCacheRule& rule, int64_t address, int64_t length) const {
@@ -23,13 +39,13 @@ bool CRegisterCache::matches(const SCacheRule& rule, int64_t address, int64_t le
         return false;
     if (rule.stride <= 0)
         return address == rule.address;
-    const int64_t offset = address - rule.address;
-    return offset % rule.stride == 0 && offset / rule.stride < maximumIndex;
+    return (address - rule.address) % rule.stride == 0 && address + length <= rule.end;
 }
 
-// Registers at a fixed address decide first, since an indexed register's pattern may reach past them;
-// every register that claims the bytes must allow caching for them to be kept (NoCache wins).
+// Registers at a fixed address decide before index patterns; where several registers claim the bytes,
+// all must allow caching (NoCache wins).
 GenApi::ECachingMode CRegisterCache::modeOf(int64_t address, int64_t length) const {
+    boundPatterns();
     for (const bool indexed : {false, true}) {
         bool found = false;
         GenApi::ECachingMode mode = GenApi::WriteThrough;
@@ -71,6 +87,7 @@ void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buf
 void CRegisterCache::invalidateRule(size_t rule) {
     if (rule >= m_Rules.size())
         return;
+    boundPatterns();
     for (auto entry = m_Entries.begin(); entry != m_Entries.end();) {
         const int64_t length = static_cast<int64_t>(entry->second.size());
         entry = matches(m_Rules[rule], entry->first, length) ? m_Entries.erase(entry) : std::next(entry);

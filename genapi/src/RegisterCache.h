@@ -9,12 +9,14 @@
 
 namespace GenApiEngine {
 
-// Where a register lives and how it may be cached; indexed registers repeat every `stride` bytes.
+// Where a register lives and how it may be cached; indexed registers repeat every `stride` bytes, up to
+// the next register the description places above them.
 struct SCacheRule {
     int64_t address;
     int64_t length;
     int64_t stride;
     GenApi::ECachingMode mode;
+    int64_t end = INT64_MAX;
 };
 
 class CRegisterCache {
@@ -36,10 +38,13 @@ public:
     bool ruleIsValid(size_t rule) const;
 
 private:
+    // Ends every index pattern at the next register above its base; done once after rules change.
+    void boundPatterns() const;
     GenApi::ECachingMode modeOf(int64_t address, int64_t length) const;
     bool matches(const SCacheRule& rule, int64_t address, int64_t length) const;
 
-    std::vector<SCacheRule> m_Rules;
+    mutable std::vector<SCacheRule> m_Rules;
+    mutable bool m_PatternsBounded = false;
     std::map<int64_t, std::vector<uint8_t>> m_Entries;
 };
 

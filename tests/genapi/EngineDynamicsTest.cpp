@@ -251,7 +251,9 @@ TEST_F(EngineDynamicsTest, CachingFollowsTheDescription) {
     enumeration("GainSelector")->FromString("Blue");
     floating("Gain")->SetValue(2.0);
     enumeration("GainSelector")->FromString("Red");
+    reads = camera().readCount();
     EXPECT_DOUBLE_EQ(floating("Gain")->GetValue(), 1.0);
+    EXPECT_EQ(camera().readCount(), reads);
 }
 
 TEST_F(EngineDynamicsTest, SuppressedCallbacksDoNotFire) {
