@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Builds the project with ThreadSanitizer and with AddressSanitizer plus UndefinedBehaviorSanitizer,
-# and runs the tests of the given CTest label (default: engine) under each.
+# and runs the tests of the given CTest label (default: every label) under each.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
-label="${1:-engine}"
+label="${1:-.}"
 "$here/scripts/setup.sh" >/dev/null
 export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$here/scripts/tsan.supp"
 export ASAN_OPTIONS="detect_leaks=1 halt_on_error=1"

@@ -46,7 +46,12 @@ bool isRegisterKind(const std::string& tag) {
 
 CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
                      EInterfaceType principalType)
-    : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {}
+    : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {
+    if (!EAccessModeClass::FromString(m_Description.value("ImposedAccessMode").c_str(),
+                                      &m_DescribedImposedAccess)) {
+        m_DescribedImposedAccess = RW;
+    }
+}
 
 CNodeBase::~CNodeBase() {
     for (CNodeCallback* callback : m_Callbacks)
@@ -114,8 +119,33 @@ EAccessMode CNodeBase::naturalAccessMode() const {
 }
 
 // GenApi's order: not implemented, not available, the kind's own access, locked, then the imposed modes.
+// Served from the cache while nothing the access depends on has changed (see the map's generation).
 EAccessMode CNodeBase::GetAccessMode() const {
     CMapEntry entry(m_Map);
+    if (m_AccessDepth == 0)
+        m_Map.checkPortAccess();
+    if (m_AccessGeneration == m_Map.accessGeneration())
+        return m_CachedAccess;
+    const EAccessMode mode = computeAccessMode();
+    if (mode != _CycleDetectAccesMode && accessModeCacheable()) {
+        m_CachedAccess = mode;
+        m_AccessGeneration = m_Map.accessGeneration();
+    }
+    return mode;
+}
+
+void CNodeBase::dropAccessCache() const {
+    m_AccessGeneration = 0;
+}
+
+bool CNodeBase::accessModeCacheable() const {
+    if (m_AccessCacheable == _UndefinedYesNo)
+        m_AccessCacheable = IsAccessModeCacheable();
+    return m_AccessCacheable == Yes;
+}
+
+// GenApi's order: not implemented, not available, the kind's own access, locked, then the imposed modes.
+EAccessMode CNodeBase::computeAccessMode() const {
     CDepthGuard guard(m_AccessDepth);
     if (guard.tooDeep())
         return _CycleDetectAccesMode;
@@ -138,11 +168,7 @@ EAccessMode CNodeBase::GetAccessMode() const {
         evaluatesTrue(arv_gc_feature_node_is_locked, "GetAccessMode")) {
         mode = (mode == RW) ? RO : NA;
     }
-    EAccessMode described;
-    if (EAccessModeClass::FromString(m_Description.value("ImposedAccessMode").c_str(), &described)) {
-        mode = Combine(mode, described);
-    }
-    return Combine(mode, m_ImposedAccess);
+    return Combine(Combine(mode, m_DescribedImposedAccess), m_ImposedAccess);
 }
 
 gcstring CNodeBase::GetName(bool FullQualified) const {

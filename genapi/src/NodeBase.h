@@ -81,6 +81,8 @@ public:
     void fireCallbacks(GenApi::ECallbackType type);
     // Marks the feature reachable from the category "Root".
     void setIsFeature() { m_IsFeature = true; }
+    // Forgets the cached access mode, because something it depends on changed.
+    void dropAccessCache() const;
 
 protected:
     // Access before the imposed modes: what the node's kind and its pValue chain allow.
@@ -134,12 +136,18 @@ protected:
 
 private:
     bool evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const;
+    GenApi::EAccessMode computeAccessMode() const;
+    bool accessModeCacheable() const;
 
     CNodeMapImpl& m_Map;
     const SNodeDescription& m_Description;
     ArvGcNode* m_ArvNode;
     GenApi::EInterfaceType m_PrincipalType;
     GenApi::EAccessMode m_ImposedAccess = GenApi::RW;
+    GenApi::EAccessMode m_DescribedImposedAccess = GenApi::RW;
+    mutable GenApi::EAccessMode m_CachedAccess = GenApi::_UndefinedAccesMode;
+    mutable uint64_t m_AccessGeneration = 0;
+    mutable GenApi::EYesNo m_AccessCacheable = GenApi::_UndefinedYesNo;
     GenApi::EVisibility m_ImposedVisibility = GenApi::Beginner;
     std::vector<GenApi::CNodeCallback*> m_Callbacks;
     GenApi::UserData_t m_UserData = nullptr;

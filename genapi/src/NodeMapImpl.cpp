@@ -277,6 +277,17 @@ bool CNodeMapImpl::cacheHolds(const CNodeBase* node) const {
     return true;
 }
 
+void CNodeMapImpl::checkPortAccess() const {
+    for (const auto& port : m_UserPorts) {
+        const EAccessMode mode = port.second->GetAccessMode();
+        auto known = m_PortAccess.find(port.second);
+        if (known != m_PortAccess.end() && known->second == mode)
+            continue;
+        m_PortAccess[port.second] = mode;
+        ++m_AccessGeneration;
+    }
+}
+
 void CNodeMapImpl::invalidate(CNodeBase* node) const {
     dropCache(node);
     noteChanged(node);
@@ -377,6 +388,7 @@ void CNodeMapImpl::noteChanged(CNodeBase* node) const {
     std::vector<CNodeBase*> changed;
     collectChanged(node, changed);
     for (CNodeBase* candidate : changed) {
+        candidate->dropAccessCache();
         const auto invalidated = m_InvalidatedBy.find(candidate);
         if (invalidated != m_InvalidatedBy.end()) {
             for (CNodeBase* target : invalidated->second)
@@ -406,6 +418,7 @@ INode* CNodeMapImpl::GetNode(const gcstring& Name) const {
 void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
     m_Cache.clear();
+    ++m_AccessGeneration;
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {
@@ -421,6 +434,7 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
     if (!pPort || !target || target->description().tag != "Port" || !m_OwnsDevice)
         return false;
     m_UserPorts[PortName.c_str()] = pPort;
+    ++m_AccessGeneration;
     if (m_UserPorts.size() == 1 || PortName == "Device")
         setDevicePort(m_Device, pPort);
     if (IPortConstruct* construct = dynamic_cast<IPortConstruct*>(pPort)) {

@@ -78,6 +78,11 @@ public:
     const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
     const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
 
+    // Cached access modes are valid while they carry the current generation; a user port that reports
+    // another access mode than before starts a new one.
+    uint64_t accessGeneration() const { return m_AccessGeneration; }
+    void checkPortAccess() const;
+
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
     void enter() const;
     void leave() const;
@@ -121,6 +126,8 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
+    mutable uint64_t m_AccessGeneration = 1;
+    mutable std::map<GenApi::IPort*, GenApi::EAccessMode> m_PortAccess;
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 

@@ -279,3 +279,30 @@ TEST_F(EngineDynamicsTest, CommandCompletionFiresDependents) {
     EXPECT_TRUE(as<ICommand>("TimestampLatch")->IsDone());
     EXPECT_EQ(m_Recorder.count("TimestampLatch"), 2);
 }
+
+TEST_F(EngineDynamicsTest, CachedAccessModesFollowEveryChange) {
+    EXPECT_EQ(node("Width")->GetAccessMode(), RW);
+    EXPECT_EQ(node("AcquisitionFrameCount")->GetAccessMode(), NA);
+    EXPECT_EQ(node("EnumEntry_PixelFormat_Mono10")->GetAccessMode(), NA);
+    // Through pIsLocked, pIsAvailable and an entry's availability, each write reaches the cached modes.
+    integer("TLParamsLocked")->SetValue(1);
+    EXPECT_EQ(node("Width")->GetAccessMode(), RO);
+    integer("TLParamsLocked")->SetValue(0);
+    EXPECT_EQ(node("Width")->GetAccessMode(), RW);
+    enumeration("AcquisitionMode")->FromString("MultiFrame");
+    EXPECT_EQ(node("AcquisitionFrameCount")->GetAccessMode(), RW);
+    integer("TestMono10Available")->SetValue(1);
+    EXPECT_EQ(node("EnumEntry_PixelFormat_Mono10")->GetAccessMode(), RO);
+    // A change behind the engine's back shows after invalidation, as values do.
+    camera().pokeRegister(R::AcquisitionMode, 0);
+    EXPECT_EQ(node("AcquisitionFrameCount")->GetAccessMode(), RW);
+    map()->InvalidateNodes();
+    EXPECT_EQ(node("AcquisitionFrameCount")->GetAccessMode(), NA);
+    // A user port that changes its own access is noticed at once.
+    camera().setConnected(false);
+    EXPECT_EQ(node("Width")->GetAccessMode(), NI);
+    camera().setConnected(true);
+    EXPECT_EQ(node("Width")->GetAccessMode(), RW);
+    // The temperature's access depends on nothing volatile, the value itself is never cached.
+    EXPECT_EQ(node("DeviceTemperature")->GetAccessMode(), RO);
+}
