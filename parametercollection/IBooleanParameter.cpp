@@ -1,4 +1,4 @@
-// Out-of-line destructor of the boolean parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the boolean parameter interface.
 #include "IBooleanParameter.h"
 
 namespace ParameterCollection {

@@ -8,8 +8,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT IBooleanParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IBooleanParameter() override;
 

@@ -1,4 +1,4 @@
-// Out-of-line destructor of the command parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the command parameter interface.
 #include "ICommandParameter.h"
 
 namespace ParameterCollection {

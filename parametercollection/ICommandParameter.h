@@ -8,8 +8,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT ICommandParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~ICommandParameter() override;
 

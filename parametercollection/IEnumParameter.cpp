@@ -1,4 +1,4 @@
-// Out-of-line destructor of the enumeration parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the enumeration parameter interface.
 #include "IEnumParameter.h"
 
 namespace ParameterCollection {

@@ -10,8 +10,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT IEnumParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IEnumParameter() override;
 

@@ -1,4 +1,4 @@
-// Out-of-line destructor of the file parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the file parameter interface.
 #include "IFileParameter.h"
 
 namespace ParameterCollection {

@@ -7,8 +7,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT IFileParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IFileParameter() override;
 

@@ -1,4 +1,4 @@
-// Out-of-line destructor of the float parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the float parameter interface.
 #include "IFloatParameter.h"
 
 namespace ParameterCollection {

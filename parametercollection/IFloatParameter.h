@@ -11,8 +11,6 @@ namespace ParameterCollection {
 enum EFloatValueCorrection : int { FloatValueCorrection_None = 0, FloatValueCorrection_ClipToRange = 3 };
 
 class PARAMETERCOLLECTION_EXPORT IFloatParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IFloatParameter() override;
 

@@ -1,4 +1,4 @@
-// Out-of-line destructor of the integer parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the integer parameter interface.
 #include "IIntegerParameter.h"
 
 namespace ParameterCollection {

@@ -16,8 +16,6 @@ enum EIntegerValueCorrection : int {
 };
 
 class PARAMETERCOLLECTION_EXPORT IIntegerParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IIntegerParameter() override;
 

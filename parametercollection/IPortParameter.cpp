@@ -1,4 +1,4 @@
-// Out-of-line destructor of the port parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the port parameter interface.
 #include "IPortParameter.h"
 
 namespace ParameterCollection {

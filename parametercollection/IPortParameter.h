@@ -7,8 +7,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT IPortParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IPortParameter() override;
 

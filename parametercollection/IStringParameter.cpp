@@ -1,4 +1,4 @@
-// Out-of-line destructor of the string parameter interface; its meta object comes from moc.
+// Out-of-line destructor of the string parameter interface.
 #include "IStringParameter.h"
 
 namespace ParameterCollection {

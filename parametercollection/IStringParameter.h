@@ -8,8 +8,6 @@
 namespace ParameterCollection {
 
 class PARAMETERCOLLECTION_EXPORT IStringParameter : public virtual IParameter {
-    Q_OBJECT
-
 public:
     ~IStringParameter() override;
 

@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CBooleanParameter : public IBooleanParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CBooleanParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                       QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CCommandParameter : public ICommandParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CCommandParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                       QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

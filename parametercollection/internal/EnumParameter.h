@@ -11,8 +11,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CEnumParameter : public IEnumParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CEnumParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

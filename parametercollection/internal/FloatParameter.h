@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CFloatParameter : public IFloatParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CFloatParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                     QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

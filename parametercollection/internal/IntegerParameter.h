@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CIntegerParameter : public IIntegerParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CIntegerParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                       QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

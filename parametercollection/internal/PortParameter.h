@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CPortParameter : public IPortParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CPortParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,

@@ -10,8 +10,6 @@ namespace ParameterCollection {
 namespace Internal {
 
 class PARAMETERCOLLECTION_EXPORT CStringParameter : public IStringParameter, public CParameter {
-    Q_OBJECT
-
 public:
     CStringParameter(QString const& name, QString const& nodeMapName, QSharedPointer<CObjectState> state,
                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
