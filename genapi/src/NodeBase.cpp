@@ -322,21 +322,48 @@ bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
         return false;
     CNodeCallback* callback = *found;
     m_Callbacks.erase(found);
-    callback->Destroy();
+    m_Map.retire(callback);
     return true;
 }
 
-// Calls each callback still registered at its turn, so a callback may deregister itself or others.
+bool CNodeBase::isRegistered(CNodeCallback* callback) const {
+    return std::find(m_Callbacks.begin(), m_Callbacks.end(), callback) != m_Callbacks.end();
+}
+
+// Inside the lock: each callback still registered at its turn is called, so that a callback may
+// deregister itself or others.
 void CNodeBase::fireCallbacks(ECallbackType type) {
     const std::vector<CNodeCallback*> snapshot = m_Callbacks;
     for (CNodeCallback* callback : snapshot) {
-        if (std::find(m_Callbacks.begin(), m_Callbacks.end(), callback) == m_Callbacks.end())
-            continue;
-        try {
-            (*callback)(type);
-        } catch (...) {
-            // A failing client callback must not stop the others or unwind through the engine.
+        if (isRegistered(callback))
+            callSafely(callback, type);
+    }
+}
+
+// Outside the lock: the list is read under the lock, and a callback deregistered meanwhile is not
+// called (the map keeps it alive until the firing is over).
+void CNodeBase::fireCallbacksOutsideLock() {
+    std::vector<CNodeCallback*> snapshot;
+    {
+        CMapEntry entry(m_Map);
+        snapshot = m_Callbacks;
+    }
+    for (CNodeCallback* callback : snapshot) {
+        bool registered;
+        {
+            CMapEntry entry(m_Map);
+            registered = isRegistered(callback);
         }
+        if (registered)
+            callSafely(callback, cbPostOutsideLock);
+    }
+}
+
+void CNodeBase::callSafely(CNodeCallback* callback, ECallbackType type) {
+    try {
+        (*callback)(type);
+    } catch (...) {
+        // A failing client callback must not stop the others or unwind through the engine.
     }
 }
 

@@ -77,8 +77,10 @@ public:
     const std::string& name() const { return m_Description.name; }
     CNodeMapImpl& map() const { return m_Map; }
     ArvGcNode* arvNode() const { return m_ArvNode; }
-    // Calls the callbacks registered for the given type.
+    // Calls the callbacks registered for the given type, with the map lock held.
     void fireCallbacks(GenApi::ECallbackType type);
+    // Calls the cbPostOutsideLock callbacks without holding the map lock.
+    void fireCallbacksOutsideLock();
     // Marks the feature reachable from the category "Root".
     void setIsFeature() { m_IsFeature = true; }
     // Forgets the cached access mode, because something it depends on changed.
@@ -137,6 +139,8 @@ protected:
 private:
     bool evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const;
     GenApi::EAccessMode computeAccessMode() const;
+    bool isRegistered(GenApi::CNodeCallback* callback) const;
+    static void callSafely(GenApi::CNodeCallback* callback, GenApi::ECallbackType type);
     bool accessModeCacheable() const;
 
     CNodeMapImpl& m_Map;

@@ -117,6 +117,7 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
 
 CNodeMapImpl::~CNodeMapImpl() {
     m_Nodes.clear();
+    destroyRetired();
     if (m_OwnsDevice)
         g_object_unref(m_Genicam);
     g_object_unref(m_Device);
@@ -339,10 +340,33 @@ void CNodeMapImpl::leave() const {
     fireInsideLock();
     std::vector<CNodeBase*> outside;
     outside.swap(m_FiredInside);
+    if (!outside.empty())
+        ++m_OutsideFirings;
     --m_Depth;
     m_Lock->Unlock();
+    if (outside.empty())
+        return;
     for (CNodeBase* node : outside)
-        node->fireCallbacks(cbPostOutsideLock);
+        node->fireCallbacksOutsideLock();
+    CMapEntry entry(*this);
+    if (--m_OutsideFirings == 0)
+        destroyRetired();
+}
+
+// A callback deregistered while callbacks are fired outside the lock is destroyed when that is over.
+void CNodeMapImpl::retire(CNodeCallback* callback) const {
+    if (m_OutsideFirings > 0) {
+        m_Retired.push_back(callback);
+    } else {
+        callback->Destroy();
+    }
+}
+
+void CNodeMapImpl::destroyRetired() const {
+    std::vector<CNodeCallback*> retired;
+    retired.swap(m_Retired);
+    for (CNodeCallback* callback : retired)
+        callback->Destroy();
 }
 
 void CNodeMapImpl::fireInsideLock() const {

@@ -86,6 +86,9 @@ public:
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
     void enter() const;
     void leave() const;
+    // Takes a deregistered callback: destroyed now, or after the callbacks being fired outside the lock.
+    void retire(GenApi::CNodeCallback* callback) const;
+
     // Marks a node as changed: its callbacks and those of every node depending on it fire once, and
     // nodes that name a changed node as their pInvalidator lose their cached register bytes.
     void noteChanged(CNodeBase* node) const;
@@ -109,6 +112,7 @@ private:
     void link(CNodeBase* from, CNodeBase* to);
     void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
     void fireInsideLock() const;
+    void destroyRetired() const;
 
     ArvDevice* m_Device;
     ArvGc* m_Genicam;
@@ -135,6 +139,8 @@ private:
     mutable std::vector<CNodeBase*> m_Pending;
     mutable std::set<CNodeBase*> m_PendingSet;
     mutable std::vector<CNodeBase*> m_FiredInside;
+    mutable int m_OutsideFirings = 0;
+    mutable std::vector<GenApi::CNodeCallback*> m_Retired;
     GenApi::ECallbackSuppressMode m_SuppressMode = GenApi::csmOff;
 };
 

@@ -70,3 +70,34 @@ TEST_F(SimulatedCameraTest, ThreadsShareOneNodeMapWithoutRacesOrDeadlocks) {
     EXPECT_GE(counter.inside(), 2 * iterations + 2);
     EXPECT_EQ(counter.inside(), counter.outside());
 }
+
+namespace {
+
+std::atomic<int> outsideCalls{0};
+void countOutsideCall(INode*) {
+    ++outsideCalls;
+}
+
+}  // namespace
+
+TEST_F(SimulatedCameraTest, OutsideLockCallbacksSurviveConcurrentRegistration) {
+    std::atomic<bool> stop{false};
+    std::thread writer([&] {
+        for (int i = 0; !stop; ++i)
+            integer("Width")->SetValue(256 + (i % 4) * 16);
+    });
+    // Registering and deregistering while the writer's callbacks run outside the lock.
+    for (int round = 0; round < 400; ++round) {
+        const CallbackHandleType handle = Register(node("Width"), &countOutsideCall, cbPostOutsideLock);
+        std::this_thread::yield();
+        Deregister(handle);
+    }
+    const CallbackHandleType kept = Register(node("Width"), &countOutsideCall, cbPostOutsideLock);
+    const int before = outsideCalls;
+    while (outsideCalls == before)
+        std::this_thread::yield();
+    stop = true;
+    writer.join();
+    node("Width")->DeregisterCallback(kept);
+    EXPECT_GT(outsideCalls.load(), before);
+}
