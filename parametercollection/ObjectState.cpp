@@ -17,10 +17,10 @@ CObjectState::~CObjectState() {
 }
 
 EObjectState CObjectState::getState() const {
-    return m_State;
+    return m_State.load(std::memory_order_relaxed);
 }
 void CObjectState::setState(EObjectState state) {
-    m_State = state;
+    m_State.store(state, std::memory_order_relaxed);
 }
 int CObjectState::getEntryCount() const {
     return m_EntryCount.load(std::memory_order_relaxed);

@@ -40,8 +40,9 @@ public:
     void unlock();
 
 private:
-    EObjectState m_State;
-    // Atomic because guards decrement it after releasing the mutex, while another thread may hold it.
+    // Both atomic: the owner sets the state and guards decrement the count without holding the mutex,
+    // while other threads read them.
+    std::atomic<EObjectState> m_State;
     std::atomic<int> m_EntryCount;
     bool m_IsInUse;
     QString m_Name;
