@@ -12,10 +12,6 @@ CParameterCollectionImpl::~CParameterCollectionImpl() {
         delete wrapper;
 }
 
-QStringList CParameterCollectionImpl::alternatives(const QString& name) {
-    return name.split(QLatin1Char('|'), Qt::SkipEmptyParts);
-}
-
 // "@Map/Feature[/Alias]" names its node map; anything else is a feature of the first announced map.
 CNodemapWrapper* CParameterCollectionImpl::parseFullName(QString& featureName, QString& nodeMapName,
                                                          bool& isAlias, QString fullName) {
@@ -39,33 +35,22 @@ CNodemapWrapper* CParameterCollectionImpl::parseFullName(QString& featureName, Q
 }
 
 QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const QString& name) {
-    CScopedObjectStateLock lock(m_ObjectState.data());
-    for (const QString& alternative : alternatives(name)) {
-        QString featureName;
-        QString nodeMapName;
-        bool isAlias = false;
-        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
-        if (!wrapper)
-            continue;
-        QSharedPointer<CParameter> found =
-            wrapper->lookUpWithUnknownTypeInParameterCollection(featureName, isAlias);
-        if (!found->isEmpty())
-            return found;
-    }
-    return QSharedPointer<IParameter>();
+    QSharedPointer<CParameter> found;
+    SResolvedName last;
+    const bool bound = forEachAlternative(name, last, [&](const SResolvedName& resolved) {
+        found = resolved.wrapper->lookUpWithUnknownTypeInParameterCollection(resolved.featureName,
+                                                                             resolved.isAlias);
+        return !found->isEmpty();
+    });
+    return bound ? found : QSharedPointer<IParameter>();
 }
 
 bool CParameterCollectionImpl::containsWithUnknownType(const QString& name) {
-    CScopedObjectStateLock lock(m_ObjectState.data());
-    for (const QString& alternative : alternatives(name)) {
-        QString featureName;
-        QString nodeMapName;
-        bool isAlias = false;
-        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
-        if (wrapper && wrapper->containsWithUnknownTypeInParameterCollection(featureName, isAlias))
-            return true;
-    }
-    return false;
+    SResolvedName last;
+    return forEachAlternative(name, last, [](const SResolvedName& resolved) {
+        return resolved.wrapper->containsWithUnknownTypeInParameterCollection(resolved.featureName,
+                                                                              resolved.isAlias);
+    });
 }
 
 }  // namespace Internal

@@ -34,43 +34,54 @@ public:
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
 
 private:
-    static QStringList alternatives(const QString& name);
+    // A resolved alternative of a full name.
+    struct SResolvedName {
+        CNodemapWrapper* wrapper = nullptr;
+        QString featureName;
+        QString nodeMapName;
+        bool isAlias = false;
+    };
+    // Under the state lock, visits each alternative of a name ("|"-separated) whose node map is known,
+    // until the visitor answers true; the last alternative parsed is left in `last`.
+    template <typename Visitor>
+    bool forEachAlternative(const QString& name, SResolvedName& last, Visitor visit);
 };
+
+template <typename Visitor>
+bool CParameterCollectionImpl::forEachAlternative(const QString& name, SResolvedName& last, Visitor visit) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    for (const QString& alternative : name.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+        last.wrapper = parseFullName(last.featureName, last.nodeMapName, last.isAlias, alternative);
+        if (last.wrapper && visit(last))
+            return true;
+    }
+    return false;
+}
 
 // Alternatives in order; a cached parameter of another class is fatal; without any bound result the
 // caller still gets an unbound T named after the last alternative.
 template <typename T>
 QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& name) {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    QString featureName;
-    QString nodeMapName;
-    for (const QString& alternative : alternatives(name)) {
-        bool isAlias = false;
-        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
-        if (!wrapper)
-            continue;
-        QSharedPointer<T> cached = wrapper->lookUpWithKnownTypeInParameterCollection<T>(featureName);
-        if (cached)
-            return cached;
-        QSharedPointer<T> created = wrapper->createAndAddToListIfNoDummy<T>(featureName, false);
-        if (!created->isEmpty())
-            return created;
-    }
-    return QSharedPointer<T>(new T(featureName, nodeMapName, m_ObjectState, m_Decoupler, nullptr));
+    QSharedPointer<T> found;
+    SResolvedName last;
+    const bool bound = forEachAlternative(name, last, [&](const SResolvedName& resolved) {
+        found = resolved.wrapper->lookUpWithKnownTypeInParameterCollection<T>(resolved.featureName);
+        if (!found)
+            found = resolved.wrapper->createAndAddToListIfNoDummy<T>(resolved.featureName, false);
+        return !found->isEmpty();
+    });
+    if (bound)
+        return found;
+    return QSharedPointer<T>(new T(last.featureName, last.nodeMapName, m_ObjectState, m_Decoupler, nullptr));
 }
 
 template <typename T, typename Node>
 bool CParameterCollectionImpl::containsWithKnownType(const QString& name) {
-    CScopedObjectStateLock lock(m_ObjectState.data());
-    for (const QString& alternative : alternatives(name)) {
-        QString featureName;
-        QString nodeMapName;
-        bool isAlias = false;
-        CNodemapWrapper* wrapper = parseFullName(featureName, nodeMapName, isAlias, alternative);
-        if (wrapper && wrapper->containsWithKnownTypeInParameterCollection<T, Node>(featureName))
-            return true;
-    }
-    return false;
+    SResolvedName last;
+    return forEachAlternative(name, last, [](const SResolvedName& resolved) {
+        return resolved.wrapper->containsWithKnownTypeInParameterCollection<T, Node>(resolved.featureName);
+    });
 }
 
 }  // namespace Internal
