@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <thread>
+#include <semaphore.h>
+#include <unistd.h>
 
 using GenICam::gcstring;
 using GenICam::gcstring_vector;
@@ -155,4 +157,22 @@ TEST(Containers, NodeAndValueVectorsAndAutovectors) {
     b[1] = 8;  // copies share their storage
     EXPECT_EQ(a[1], 8);
     EXPECT_EQ(b[0], 7);
+}
+
+TEST(Locks, NamedGlobalLocksAreSharedByName) {
+    const std::string name = "ParameterCollectionTest/" + std::to_string(::getpid());
+    GenICam::CGlobalLock first(name.c_str());
+    GenICam::CGlobalLock second{GenICam::gcstring(name.c_str())};
+    ASSERT_TRUE(first.IsValid());
+    EXPECT_TRUE(first.Lock(100));
+    EXPECT_FALSE(second.TryLock());  // the same lock under the same name
+    EXPECT_FALSE(second.Lock(20));
+    {
+        GenICam::CGlobalLockUnlocker unlocker(first);
+        unlocker.UnlockEarly();
+        EXPECT_TRUE(second.TryLock());
+    }
+    second.Unlock();
+    sem_unlink(
+        ("/ParameterCollectionTest_" + std::to_string(::getpid())).c_str());  // the lock outlives processes
 }
