@@ -85,8 +85,4 @@ void CSimulatedFiles::setContent(uint32_t file, const std::string& content) {
         m_Files[file].content = content;
 }
 
-bool CSimulatedFiles::isOpen(uint32_t file) const {
-    return file < FileCount && m_Files[file].open;
-}
-
 }  // namespace SimCamera

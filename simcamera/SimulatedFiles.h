@@ -30,7 +30,6 @@ public:
     uint32_t size(uint32_t file) const;
     const std::string& content(uint32_t file) const;
     void setContent(uint32_t file, const std::string& content);
-    bool isOpen(uint32_t file) const;
 
 private:
     SResult open(uint32_t file, uint32_t mode);

@@ -121,10 +121,6 @@ void setDeviceCache(ArvDevice* device, CRegisterCache* cache) {
     stateOf(device)->cache = cache;
 }
 
-GenApi::IPort* devicePort(ArvDevice* device) {
-    return stateOf(device)->port;
-}
-
 bool isPortDevice(ArvDevice* device) {
     return GENAPI_ENGINE_IS_PORT_DEVICE(device);
 }

@@ -13,7 +13,6 @@ namespace GenApiEngine {
 ArvDevice* createPortDevice();
 // Connects (or, with null, disconnects) the port behind a device made by createPortDevice.
 void setDevicePort(ArvDevice* device, GenApi::IPort* port);
-GenApi::IPort* devicePort(ArvDevice* device);
 // Lets reads be served from, and transfers update, a register cache (null for none).
 void setDeviceCache(ArvDevice* device, CRegisterCache* cache);
 // True for devices made by createPortDevice.

@@ -76,7 +76,6 @@ protected:
     QSharedPointer<ParameterData>& cachedData() { return m_CachedData; }
     virtual QSharedPointer<ParameterData> createCachedData();
     bool cacheValid() const { return m_CacheValid; }
-    void markCacheInvalid() { m_CacheValid = false; }
 
     // Whether a node is bound and its access mode allows reading, writing, or both (RW).
     bool inReadableMode();
