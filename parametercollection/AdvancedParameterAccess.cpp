@@ -259,26 +259,30 @@ void CAdvancedParameterAccess::setProperty(const QString& key, const QString& va
         raiseExceptionIfDisposed();
         raiseExceptionIfNotAvailable();
         const GENICAM_NAMESPACE::gcstring text(value.toUtf8().constData());
-        const bool writableKey = key == "Visibility" || key == "AccessMode";
-        if (writableKey && !m_Node)
-            throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
         if (key == "Visibility") {
             EVisibility visibility;
             if (!EVisibilityClass::FromString(text, &visibility)) {
                 throw Core::Exception::ArgumentException("Visibility value " + value + " not supported.");
             }
-            m_Node->ImposeVisibility(visibility);
+            requireNode()->ImposeVisibility(visibility);
         } else if (key == "AccessMode") {
             EAccessMode accessMode;
             if (!EAccessModeClass::FromString(text, &accessMode)) {
                 throw Core::Exception::ArgumentException("Access mode value " + value + " not supported.");
             }
-            m_Node->ImposeAccessMode(accessMode);
+            requireNode()->ImposeAccessMode(accessMode);
         } else {
             throw Core::Exception::OperationNotSupportedException("The property key " + key +
                                                                   " is not available or not writable.");
         }
     });
+}
+
+// A value accepted for an unbound access has no node to be imposed on.
+INode* CAdvancedParameterAccess::requireNode() const {
+    if (!m_Node)
+        throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
+    return m_Node;
 }
 
 void CAdvancedParameterAccess::raiseExceptionIfDisposed() {

@@ -33,6 +33,8 @@ public:
     void raiseExceptionIfNotAvailable();
 
 private:
+    // The attached node; "Node is empty." when there is none.
+    GenApi::INode* requireNode() const;
     QString readProperty(const QString& key);
     QString nodePropertiesAsJson();
 

@@ -11,7 +11,9 @@ CBooleanParameter::CBooleanParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CObjectState> state,
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
-    : CParameter(name, nodeMapName, state, decoupler, parent), m_Boolean(nullptr) {}
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_Boolean(nullptr) {
+    setCachedDataType<BooleanParameterData>();
+}
 
 EParameterType CBooleanParameter::getParameterType() {
     return ParameterType_Boolean;
@@ -56,12 +58,8 @@ bool CBooleanParameter::getValueOrDefault(bool defaultValue) {
     return m_Boolean && inReadableMode() ? m_Boolean->GetValue(false, false) : defaultValue;
 }
 
-QSharedPointer<ParameterData> CBooleanParameter::createCachedData() {
-    return QSharedPointer<BooleanParameterData>::create();
-}
-
 bool CBooleanParameter::updateCachedParameterData() {
-    return refreshWithTypedFields([this](bool wasValid) {
+    return refreshWithTypedFields([this](bool wasValid, CNodeMapLock&) {
         BooleanParameterData& data = static_cast<BooleanParameterData&>(*cachedData());
         const bool value = getValue(false, false);
         if (wasValid && data.value == value)

@@ -27,9 +27,6 @@ public:
     bool updateCachedParameterData() override;
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
-protected:
-    QSharedPointer<ParameterData> createCachedData() override;
-
 private:
     GENAPI_NAMESPACE::IBoolean* m_Boolean;
 };

@@ -12,7 +12,9 @@ CCommandParameter::CCommandParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CObjectState> state,
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
-    : CParameter(name, nodeMapName, state, decoupler, parent), m_Command(nullptr) {}
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_Command(nullptr) {
+    setCachedDataType<CommandParameterData>();
+}
 
 EParameterType CCommandParameter::getParameterType() {
     return ParameterType_Command;
@@ -55,10 +57,6 @@ bool CCommandParameter::isExecuting() {
         CScopedObjectStateLock lock(objectState());
         return m_Command && inReadableMode() && !m_Command->IsDone(true);
     });
-}
-
-QSharedPointer<ParameterData> CCommandParameter::createCachedData() {
-    return QSharedPointer<CommandParameterData>::create();
 }
 
 // Done-ness is refreshed whether or not the command can be read: an unreadable command counts as done.

@@ -25,9 +25,6 @@ public:
     bool updateCachedParameterData() override;
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
-protected:
-    QSharedPointer<ParameterData> createCachedData() override;
-
 private:
     GENAPI_NAMESPACE::ICommand* m_Command;
 };

@@ -32,7 +32,9 @@ CEnumParameter::CEnumParameter(QString const& name, QString const& nodeMapName,
                                QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent),
       m_Enumeration(nullptr),
-      m_ValuePropertySource(nullptr) {}
+      m_ValuePropertySource(nullptr) {
+    setCachedDataType<EnumParameterData>();
+}
 
 EParameterType CEnumParameter::getParameterType() {
     return ParameterType_Enumeration;
@@ -175,19 +177,17 @@ QSharedPointer<IAdvancedParameterAccess> CEnumParameter::getAdvancedValuePropert
     });
 }
 
-QSharedPointer<ParameterData> CEnumParameter::createCachedData() {
-    return QSharedPointer<EnumParameterData>::create();
-}
-
-// The entry's display name, or the name itself when the enumeration has no such entry.
 QString CEnumParameter::displayNameOf(const QString& value) {
     IEnumEntry* entry = m_Enumeration ? m_Enumeration->GetEntryByName(value.toUtf8().constData()) : nullptr;
     return entry ? QString::fromUtf8(entry->GetNode()->GetDisplayName().c_str()) : value;
 }
 
-bool CEnumParameter::refreshSettableValues(bool wasValid) {
+// Runs under the state lock and the node map lock, which it releases once the settable values are
+// read: display names are looked up under the state lock alone.
+bool CEnumParameter::refreshSettableValues(bool wasValid, CNodeMapLock& mapLock) {
     EnumParameterData& data = static_cast<EnumParameterData&>(*cachedData());
     const QVector<QString> settable = getSettableValues();
+    mapLock.unlock();
     if (wasValid && settable == data.settableValues)
         return false;
     data.settableValues = settable;
@@ -199,7 +199,8 @@ bool CEnumParameter::refreshSettableValues(bool wasValid) {
 }
 
 bool CEnumParameter::updateCachedParameterData() {
-    return refreshWithTypedFields([this](bool wasValid) { return refreshSettableValues(wasValid); });
+    return refreshWithTypedFields(
+        [this](bool wasValid, CNodeMapLock& mapLock) { return refreshSettableValues(wasValid, mapLock); });
 }
 
 QSharedPointer<ParameterData> CEnumParameter::getCachedParameterData() {

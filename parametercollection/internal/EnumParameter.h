@@ -38,13 +38,14 @@ public:
     void setEnumValueAdvancedParameterAccessSource(IEnumValueAdvancedParameterAccessSource* source);
 
 protected:
-    QSharedPointer<ParameterData> createCachedData() override;
+    // The entry's display name, or the name itself when the enumeration has no such entry. Snapshot
+    // refreshes call it with the node map lock already released.
+    virtual QString displayNameOf(const QString& value);
 
 private:
     // Symbolic names of the entries whose access mode passes the test, in GenApi's order.
     QVector<QString> entryNames(bool (*accepted)(GENAPI_NAMESPACE::EAccessMode));
-    QString displayNameOf(const QString& value);
-    bool refreshSettableValues(bool wasValid);
+    bool refreshSettableValues(bool wasValid, CNodeMapLock& mapLock);
 
     GENAPI_NAMESPACE::IEnumeration* m_Enumeration;
     IEnumValueAdvancedParameterAccessSource* m_ValuePropertySource;

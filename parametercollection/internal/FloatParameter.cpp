@@ -28,7 +28,9 @@ CFloatParameter::CFloatParameter(QString const& name, QString const& nodeMapName
                                  QSharedPointer<CObjectState> state,
                                  QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                  QObject* parent)
-    : CParameter(name, nodeMapName, state, decoupler, parent), m_Float(nullptr) {}
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_Float(nullptr) {
+    setCachedDataType<FloatParameterData>();
+}
 
 EParameterType CFloatParameter::getParameterType() {
     return ParameterType_Float;
@@ -181,12 +183,8 @@ bool CFloatParameter::trySetToMinimum() {
     return tryWhenReadWrite([&] { writeLimit(&IFloat::GetMin); });
 }
 
-QSharedPointer<ParameterData> CFloatParameter::createCachedData() {
-    return QSharedPointer<FloatParameterData>::create();
-}
-
 bool CFloatParameter::updateCachedParameterData() {
-    return refreshWithTypedFields([this](bool wasValid) {
+    return refreshWithTypedFields([this](bool wasValid, CNodeMapLock&) {
         FloatParameterData& data = static_cast<FloatParameterData&>(*cachedData());
         const double value = getValue();
         const double minimum = getMinimum();

@@ -40,9 +40,6 @@ public:
     bool updateCachedParameterData() override;
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
-protected:
-    QSharedPointer<ParameterData> createCachedData() override;
-
 private:
     void writePercentOfRange(double percent);
     void writeLimit(double (GENAPI_NAMESPACE::IFloat::*limit)());

@@ -39,7 +39,9 @@ CIntegerParameter::CIntegerParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CObjectState> state,
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
-    : CParameter(name, nodeMapName, state, decoupler, parent), m_Integer(nullptr) {}
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_Integer(nullptr) {
+    setCachedDataType<IntegerParameterData>();
+}
 
 EParameterType CIntegerParameter::getParameterType() {
     return ParameterType_Integer;
@@ -99,8 +101,12 @@ bool CIntegerParameter::trySetValue(long long value) {
 
 void CIntegerParameter::writeCorrected(long long value, EIntegerValueCorrection correction) {
     IInteger* node = requireNode(m_Integer);
-    const long long target =
-        correctedValue(value, node->GetMin(), node->GetMax(), node->GetInc(), correction);
+    // The limits are read one by one, minimum, maximum, increment, since reading a limit may have
+    // effects on the device.
+    const long long minimum = node->GetMin();
+    const long long maximum = node->GetMax();
+    const long long increment = node->GetInc();
+    const long long target = correctedValue(value, minimum, maximum, increment, correction);
     announceAndWrite(node, static_cast<int64_t>(target));
 }
 
@@ -193,12 +199,8 @@ bool CIntegerParameter::trySetToMinimum() {
     return tryWhenReadWrite([&] { writeLimit(&IInteger::GetMin); });
 }
 
-QSharedPointer<ParameterData> CIntegerParameter::createCachedData() {
-    return QSharedPointer<IntegerParameterData>::create();
-}
-
 bool CIntegerParameter::updateCachedParameterData() {
-    return refreshWithTypedFields([this](bool wasValid) {
+    return refreshWithTypedFields([this](bool wasValid, CNodeMapLock&) {
         IntegerParameterData& data = static_cast<IntegerParameterData&>(*cachedData());
         const long long value = getValue();
         const long long minimum = getMinimum();

@@ -39,9 +39,6 @@ public:
     bool updateCachedParameterData() override;
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
-protected:
-    QSharedPointer<ParameterData> createCachedData() override;
-
 private:
     void writeCorrected(long long value, EIntegerValueCorrection correction);
     void writePercentOfRange(double percent);

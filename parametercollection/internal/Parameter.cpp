@@ -105,6 +105,12 @@ void CParameter::attachToAdvancedParameters() {
     m_AdvancedAccess->attach(m_Node, m_Attached);
 }
 
+// Only a detach or a successful attach binds it: a parameter that was never bound keeps an empty
+// announcer, whose call throws std::bad_function_call.
+void CParameter::bindSetValueAnnouncer() {
+    m_SetValueAnnouncer = [this](QString const& value) { postSetValue(value); };
+}
+
 void CParameter::postSetValue(QString const& value) {
     emit parameterValueAboutToBeSet(value);
 }
@@ -229,9 +235,9 @@ void CParameter::parseAndSetValue(QString const& text) {
 bool CParameter::attach(INodeMap* nodeMap) {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        m_SetValueAnnouncer = [this](QString const& value) { postSetValue(value); };
         if (!nodeMap) {
             unregisterGenICamCallback();
+            bindSetValueAnnouncer();
             m_Attached = false;
             m_Node = nullptr;
             attachToAdvancedParameters();
@@ -244,6 +250,7 @@ bool CParameter::attach(INodeMap* nodeMap) {
             return false;
         if (m_Node)
             unregisterGenICamCallback();
+        bindSetValueAnnouncer();
         m_Node = found;
         m_Attached = true;
         registerGenICamCallback();
@@ -284,10 +291,6 @@ void CParameter::onGenApiCallback(INode* node) {
     }
 }
 
-QSharedPointer<ParameterData> CParameter::createCachedData() {
-    return QSharedPointer<ParameterData>::create();
-}
-
 bool CParameter::inReadableMode() {
     return m_Node && IsReadable(m_Node->GetAccessMode());
 }
@@ -320,15 +323,16 @@ QString CParameter::announcementText(double value) {
     return text;
 }
 
-bool CParameter::refreshWithTypedFields(const std::function<bool(bool wasValid)>& refreshTypedFields) {
+bool CParameter::refreshWithTypedFields(
+    const std::function<bool(bool wasValid, CNodeMapLock& mapLock)>& refreshTypedFields) {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    std::unique_ptr<AutoLock> mapLock(m_Node ? new AutoLock(m_Node->GetNodeMap()->GetLock()) : nullptr);
+    CNodeMapLock mapLock(m_Node);
     const bool wasValid = m_CacheValid;
     try {
         const bool changed = CParameter::updateCachedParameterData();
         if (!m_CachedData->isReadable)
             return changed;
-        return refreshTypedFields(wasValid) || changed;
+        return refreshTypedFields(wasValid, mapLock) || changed;
     } catch (...) {
         m_CacheValid = false;
         throw;
@@ -345,8 +349,10 @@ bool CParameter::updateCachedParameterDataWithoutToString() {
     const bool writeable = isWriteable();
     const bool implemented = isImplemented();
     const bool empty = isEmpty();
+    // Taking the pending flag here keeps a force that arrives during the refresh for the next one.
+    const bool pending = m_ChangePending.exchange(false);
     ParameterData& data = *m_CachedData;
-    if (m_CacheValid && !m_ChangePending && data.visibility == visibility && data.isReadable == readable &&
+    if (m_CacheValid && !pending && data.visibility == visibility && data.isReadable == readable &&
         data.isWriteable == writeable && data.isImplemented == implemented && data.isEmpty == empty) {
         return false;
     }
@@ -356,14 +362,13 @@ bool CParameter::updateCachedParameterDataWithoutToString() {
     data.isImplemented = implemented;
     data.isEmpty = empty;
     m_CacheValid = true;
-    m_ChangePending = false;
     return true;
 }
 
 // State lock first, then the node map's lock, as everywhere in the library.
 bool CParameter::updateCachedParameterData() {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    std::unique_ptr<AutoLock> mapLock(m_Node ? new AutoLock(m_Node->GetNodeMap()->GetLock()) : nullptr);
+    CNodeMapLock mapLock(m_Node);
     const bool wasValid = m_CacheValid;
     bool changed = updateCachedParameterDataWithoutToString();
     if (m_CachedData->isReadable) {
@@ -393,7 +398,8 @@ QSharedPointer<ParameterData> CParameter::getCachedParameterData() {
 QSharedPointer<const ParameterData> CParameter::getParameterData() {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        m_ChangePending |= updateCachedParameterData();
+        if (updateCachedParameterData())
+            m_ChangePending = true;
         return QSharedPointer<const ParameterData>(getCachedParameterData());
     });
 }
@@ -407,11 +413,11 @@ bool CParameter::checkParameterDataChanged() {
     return changed;
 }
 
+// Takes no state lock: a slot connected directly to parameterChanged calls this inside GenApi's
+// node map lock, and the decoupler thread takes the two locks in the other order.
 void CParameter::scheduleParameterDataChangedCheck(bool force) {
-    {
-        CScopedObjectStateLock lock(m_ObjectState.data());
-        m_ChangePending |= force;
-    }
+    if (force)
+        m_ChangePending = true;
     if (m_Decoupler)
         m_Decoupler->pushParameterForDecoupledParameterDataChangedSignalling(this);
 }

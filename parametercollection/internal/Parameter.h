@@ -8,9 +8,11 @@
 #include "../ParameterCollectionExport.h"
 #include "../ScopedObjectStateLock.h"
 #include "GenICamExceptionTranslation.h"
+#include "NodeMapLock.h"
 #include <GenApi/INode.h>
 #include <GenApi/INodeMap.h>
 #include <QSharedPointer>
+#include <atomic>
 #include <functional>
 #include <type_traits>
 
@@ -66,15 +68,22 @@ protected:
     // Refreshes everything but the value text; used by typed refreshes too.
     bool updateCachedParameterDataWithoutToString();
     void attachToAdvancedParameters();
+    void bindSetValueAnnouncer();
     void postSetValue(QString const& value);
     // Calls the set-value announcer, so that parameterValueAboutToBeSet goes out before a write.
     void announceValue(QString const& value);
     GENAPI_NAMESPACE::EAccessMode nodeAccessMode();
     GENAPI_NAMESPACE::INode* node() const { return m_Node; }
     CObjectState* objectState() const { return m_ObjectState.data(); }
-    // The cached record, created by typed classes with their own record type on first refresh.
+    // The cached record, created on first refresh with the record type its class chose.
     QSharedPointer<ParameterData>& cachedData() { return m_CachedData; }
-    virtual QSharedPointer<ParameterData> createCachedData();
+    // Typed classes choose their record type in their constructor; the choice is a plain function
+    // pointer, not a virtual, so that the virtual operations keep their published slot order.
+    template <typename Data>
+    void setCachedDataType() {
+        m_CreateCachedData = &createRecord<Data>;
+    }
+    QSharedPointer<ParameterData> createCachedData() const { return m_CreateCachedData(); }
     bool cacheValid() const { return m_CacheValid; }
 
     // Whether a node is bound and its access mode allows reading, writing, or both (RW).
@@ -163,14 +172,22 @@ protected:
         return copy;
     }
     // A typed refresh: the base refresh under the state and node map locks, then, while readable,
-    // refreshTypedFields(wasValid) reports whether typed fields changed. A failure invalidates the cache.
-    bool refreshWithTypedFields(const std::function<bool(bool wasValid)>& refreshTypedFields);
+    // refreshTypedFields(wasValid, mapLock) reports whether typed fields changed; it may release the
+    // node map lock early. A failure invalidates the cache.
+    bool refreshWithTypedFields(
+        const std::function<bool(bool wasValid, CNodeMapLock& mapLock)>& refreshTypedFields);
 
 private:
+    template <typename Data>
+    static QSharedPointer<ParameterData> createRecord() {
+        return QSharedPointer<Data>::create();
+    }
+
     QSharedPointer<CObjectState> m_ObjectState;
     QSharedPointer<ParameterData> m_CachedData;
     bool m_CacheValid;
-    bool m_ChangePending;
+    // Set without the state lock by scheduleParameterDataChangedCheck, hence atomic.
+    std::atomic<bool> m_ChangePending;
     QString m_Name;
     QString m_NodeMapName;
     bool m_Attached;
@@ -182,6 +199,7 @@ private:
     bool m_IsAlias;
     bool m_IsCallbackEnabled;
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
+    QSharedPointer<ParameterData> (*m_CreateCachedData)() = &createRecord<ParameterData>;
 };
 
 }  // namespace Internal

@@ -58,8 +58,9 @@ bool CParameterCollectionImpl::forEachAlternative(const QString& name, SResolved
     return false;
 }
 
-// Alternatives in order; a cached parameter of another class is fatal; without any bound result the
-// caller still gets an unbound T named after the last alternative.
+// Alternatives in order; a cached parameter is taken as it is, bound or not, so that callers keep the
+// same object across detach and attach; a cached parameter of another class is fatal. Without any
+// cached or bound result the caller still gets an unbound T named after the last alternative.
 template <typename T>
 QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& name) {
     CScopedObjectStateLock lock(m_ObjectState.data());
@@ -67,8 +68,9 @@ QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& n
     SResolvedName last;
     const bool bound = forEachAlternative(name, last, [&](const SResolvedName& resolved) {
         found = resolved.wrapper->lookUpWithKnownTypeInParameterCollection<T>(resolved.featureName);
-        if (!found)
-            found = resolved.wrapper->createAndAddToListIfNoDummy<T>(resolved.featureName, false);
+        if (found)
+            return true;
+        found = resolved.wrapper->createAndAddToListIfNoDummy<T>(resolved.featureName, false);
         return !found->isEmpty();
     });
     if (bound)

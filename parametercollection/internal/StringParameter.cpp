@@ -11,7 +11,9 @@ CStringParameter::CStringParameter(QString const& name, QString const& nodeMapNa
                                    QSharedPointer<CObjectState> state,
                                    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                    QObject* parent)
-    : CParameter(name, nodeMapName, state, decoupler, parent), m_String(nullptr) {}
+    : CParameter(name, nodeMapName, state, decoupler, parent), m_String(nullptr) {
+    setCachedDataType<StringParameterData>();
+}
 
 EParameterType CStringParameter::getParameterType() {
     return ParameterType_String;
@@ -76,12 +78,8 @@ QString CStringParameter::getValueOrDefault(QString defaultValue) {
     });
 }
 
-QSharedPointer<ParameterData> CStringParameter::createCachedData() {
-    return QSharedPointer<StringParameterData>::create();
-}
-
 bool CStringParameter::updateCachedParameterData() {
-    return refreshWithTypedFields([](bool) { return false; });
+    return refreshWithTypedFields([](bool, CNodeMapLock&) { return false; });
 }
 
 QSharedPointer<ParameterData> CStringParameter::getCachedParameterData() {

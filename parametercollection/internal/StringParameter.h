@@ -28,9 +28,6 @@ public:
     bool updateCachedParameterData() override;
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
-protected:
-    QSharedPointer<ParameterData> createCachedData() override;
-
 private:
     void announceAndWriteText(const QString& value);
 

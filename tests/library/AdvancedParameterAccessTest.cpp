@@ -153,6 +153,15 @@ TEST_F(AdvancedAccessTest, DetachedClosedAndDisposedParents) {
     EXPECT_EQ(messageOf<ArgumentException>([&] { properties->getProperty("Description"); }),
               "CAdvancedParameterAccess::getProperty(): Key is empty.");
     EXPECT_NO_THROW(properties->refresh());
+    // Without a node the value is still judged first; only an accepted value needs the node.
+    EXPECT_EQ(messageOf<ArgumentException>([&] { properties->setProperty("Visibility", "beginner"); }),
+              "Visibility value beginner not supported.");
+    EXPECT_EQ(messageOf<ArgumentException>([&] { properties->setProperty("AccessMode", "rw"); }),
+              "Access mode value rw not supported.");
+    EXPECT_EQ(messageOf<OperationNotSupportedException>([&] { properties->setProperty("Unit", "ms"); }),
+              "The property key Unit is not available or not writable.");
+    EXPECT_EQ(messageOf<InvalidOperationException>([&] { properties->setProperty("Visibility", "Guru"); }),
+              "Node is empty.");
 
     // Refresh invalidates the node: the next read goes to the device.
     QSharedPointer<CParameter> width = parameter("Width");

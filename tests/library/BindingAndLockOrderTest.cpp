@@ -1,0 +1,296 @@
+// Binding across detach and attach, the never-bound announcer, lock order between GenApi callbacks and
+// the decoupler, the order of limit reads, the node map lock during enumeration refreshes, and the
+// virtual slot order of the base parameter.
+#include "LibraryFixture.h"
+#include <GenApi/GenApi.h>
+#include <QSignalSpy>
+#include <atomic>
+#include <cstring>
+#include <future>
+#include <parametercollection/ParameterCollection.h>
+#include <parametercollection/ParameterPath.h>
+#include <parametercollection/internal/EnumParameter.h>
+#include <parametercollection/internal/IntegerParameter.h>
+#include <thread>
+
+using namespace Core::Exception;
+
+namespace {
+
+class CollectionBindingTest : public ::testing::Test {
+protected:
+    CollectionBindingTest()
+        : m_State(new CObjectState(nullptr)), m_Collection(new CParameterCollection(m_State)) {
+        m_Collection->announceNodeMap(ParameterPath::CameraDevice);
+        m_Collection->attachNodeMap(ParameterPath::CameraDevice, m_Device.nodeMap());
+        m_State->setState(ObjectState_Open);
+    }
+    ~CollectionBindingTest() override { m_Collection->detachAllNodeMaps(); }
+
+    SimCamera::CSimulatedDevice m_Device;
+    QSharedPointer<CObjectState> m_State;
+    QScopedPointer<CParameterCollection> m_Collection;
+};
+
+}  // namespace
+
+TEST_F(CollectionBindingTest, ACachedParameterIsTheSameObjectWhileDetachedAndIsBoundAgainAfterAttach) {
+    auto width = m_Collection->get(IntegerParameterName("@CameraDevice/Width"));
+    ASSERT_FALSE(width->isEmpty());
+
+    // While detached, the typed get answers the cached object, not a fresh placeholder.
+    m_Collection->detachNodeMap(ParameterPath::CameraDevice);
+    auto whileDetached = m_Collection->get(IntegerParameterName("@CameraDevice/Width"));
+    EXPECT_EQ(whileDetached.data(), width.data());
+    EXPECT_TRUE(whileDetached->isEmpty());
+
+    m_Collection->attachNodeMap(ParameterPath::CameraDevice, m_Device.nodeMap());
+    EXPECT_FALSE(whileDetached->isEmpty());
+    EXPECT_EQ(whileDetached->getValue(),
+              GenApi::CIntegerPtr(m_Device.nodeMap()->GetNode("Width"))->GetValue());
+
+    // A cached but detached first alternative is still the answer; the second is not looked at.
+    auto height = m_Collection->get(IntegerParameterName("@CameraDevice/Height"));
+    m_Collection->detachNodeMap(ParameterPath::CameraDevice);
+    auto either = m_Collection->get(IntegerParameterName("@CameraDevice/Width|@CameraDevice/Height"));
+    EXPECT_EQ(either.data(), width.data());
+    EXPECT_NE(either.data(), height.data());
+}
+
+TEST_F(LibraryTest, AFailedAttachLeavesTheAnnouncerUnbound) {
+    CIntegerParameter missing("NoSuchFeature", "@CameraDevice", sharedState(), decoupler());
+    QSignalSpy announced(&missing, &IParameter::parameterValueAboutToBeSet);
+    EXPECT_FALSE(missing.attach(map()));
+    EXPECT_THROW(missing.setValue(5, IntegerValueCorrection_None), std::bad_function_call);
+    EXPECT_EQ(announced.count(), 0);
+
+    // A detach binds it: the unchecked write announces and, without a node, writes nothing.
+    EXPECT_FALSE(missing.attach(nullptr));
+    missing.setValue(5, IntegerValueCorrection_None);
+    ASSERT_EQ(announced.count(), 1);
+    EXPECT_EQ(announced.first().first().toString(), "5");
+
+    // An alias parameter whose node has no alias is not bound either.
+    CIntegerParameter alias("Width", "@CameraDevice", sharedState(), decoupler());
+    alias.setIsAlias(true);
+    EXPECT_FALSE(alias.attach(map()));
+    EXPECT_THROW(alias.setValue(5, IntegerValueCorrection_None), std::bad_function_call);
+}
+
+// A slot connected directly to parameterChanged runs inside GenApi's node map lock; when it schedules
+// a check it must not wait for the state lock, which the decoupler thread holds while it waits for the
+// node map lock to refresh a snapshot.
+TEST_F(LibraryTest, SchedulingFromADirectSlotDoesNotDeadlockAgainstTheDecoupler) {
+    auto width = typed<CIntegerParameter>("Width");
+    CDecoupledRecorder recorder(*width);
+    std::atomic<int> scheduled{0};
+    QObject::connect(
+        width.data(), &IParameter::parameterChanged, width.data(),
+        [&] {
+            width->scheduleParameterDataChangedCheck(true);
+            ++scheduled;
+        },
+        Qt::DirectConnection);
+
+    std::atomic<bool> finished{false};
+    std::thread writer([&] {
+        GenApi::CIntegerPtr widthNode(map()->GetNode("Width"));
+        const int64_t minimum = widthNode->GetMin();
+        const int64_t increment = widthNode->GetInc();
+        for (int i = 0; i < 20000; ++i)
+            widthNode->SetValue(minimum + increment * (i % 16));
+        finished = true;
+    });
+    // The watchdog: a deadlock leaves the writer stuck for good.
+    const bool done = waitUntil([&] { return finished.load(); }, 60000);
+    if (!done) {
+        ADD_FAILURE() << "deadlock: the writer hung after " << scheduled << " callbacks";
+        writer.detach();
+        std::_Exit(1);
+    }
+    writer.join();
+    EXPECT_GE(scheduled.load(), 20000);
+    EXPECT_TRUE(waitUntil([&] { return recorder.count() > 0; }));
+}
+
+namespace {
+
+// A register space of three limit registers and a value register that logs every read address.
+class CLimitLoggingPort : public GenApi::CPortImpl {
+public:
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
+    void Read(void* buffer, int64_t address, int64_t length) override {
+        reads.push_back(address);
+        std::memset(buffer, 0, static_cast<size_t>(length));
+        const uint32_t value = valueAt(address);
+        std::memcpy(buffer, &value, std::min<size_t>(sizeof value, static_cast<size_t>(length)));
+    }
+    void Write(const void* buffer, int64_t address, int64_t length) override {
+        if (address == 0x0)
+            std::memcpy(&value, buffer, std::min<size_t>(sizeof value, static_cast<size_t>(length)));
+    }
+    uint32_t valueAt(int64_t address) const {
+        switch (address) {
+            case 0x10:
+                return 10;  // minimum
+            case 0x20:
+                return 100;  // maximum
+            case 0x30:
+                return 5;  // increment
+            default:
+                return value;
+        }
+    }
+    std::vector<int64_t> reads;
+    uint32_t value = 10;
+};
+
+const char* const limitsDescription = R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Limits"
+    VendorName="Test" StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1"
+    SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
+    ProductGuid="11111111-2222-3333-4444-555555555555" VersionGuid="11111111-2222-3333-4444-666666666666">
+  <Integer Name="Value">
+    <pValue>ValueReg</pValue>
+    <pMin>MinReg</pMin>
+    <pMax>MaxReg</pMax>
+    <pInc>IncReg</pInc>
+  </Integer>
+  <IntReg Name="ValueReg"><Address>0x0</Address><Length>4</Length><AccessMode>RW</AccessMode>
+    <pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="MinReg"><Address>0x10</Address><Length>4</Length><AccessMode>RO</AccessMode>
+    <pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="MaxReg"><Address>0x20</Address><Length>4</Length><AccessMode>RO</AccessMode>
+    <pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="IncReg"><Address>0x30</Address><Length>4</Length><AccessMode>RO</AccessMode>
+    <pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <Port Name="Device"/>
+</RegisterDescription>
+)";
+
+// The limit registers in the order they were read, each once where it was read first.
+std::vector<int64_t> limitReadOrder(const std::vector<int64_t>& reads) {
+    std::vector<int64_t> order;
+    for (int64_t address : reads) {
+        if (address != 0x0 && std::find(order.begin(), order.end(), address) == order.end())
+            order.push_back(address);
+    }
+    return order;
+}
+
+}  // namespace
+
+TEST_F(LibraryTest, CorrectionReadsMinimumMaximumAndIncrementInThatOrder) {
+    CLimitLoggingPort port;
+    GenApi::CNodeMapRef limits;
+    limits._LoadXMLFromString(limitsDescription);
+    limits._Connect(&port, "Device");
+    CIntegerParameter value("Value", "@CameraDevice", sharedState(), decoupler());
+    ASSERT_TRUE(value.attach(limits._Ptr));
+
+    for (EIntegerValueCorrection correction :
+         {IntegerValueCorrection_Nearest, IntegerValueCorrection_Up, IntegerValueCorrection_Down}) {
+        port.reads.clear();
+        value.setValue(47, correction);
+        EXPECT_EQ(limitReadOrder(port.reads), (std::vector<int64_t>{0x10, 0x20, 0x30})) << correction;
+    }
+    value.setValue(47, IntegerValueCorrection_Nearest);
+    EXPECT_EQ(port.value, 45u);
+    value.attach(nullptr);
+}
+
+namespace {
+
+// An enumeration parameter that, while it looks up display names, asks another thread whether the
+// node map lock is free.
+class CLockProbingEnumParameter : public CEnumParameter {
+public:
+    using CEnumParameter::CEnumParameter;
+    GenApi::INodeMap* probedMap = nullptr;
+    std::atomic<int> lookups{0};
+    std::atomic<int> lookupsUnderMapLock{0};
+
+protected:
+    QString displayNameOf(const QString& value) override {
+        ++lookups;
+        const bool free = std::async(std::launch::async, [this] {
+                              GenApi::CLock& lock = probedMap->GetLock();
+                              if (!lock.TryLock())
+                                  return false;
+                              lock.Unlock();
+                              return true;
+                          }).get();
+        if (!free)
+            ++lookupsUnderMapLock;
+        return CEnumParameter::displayNameOf(value);
+    }
+};
+
+}  // namespace
+
+TEST_F(LibraryTest, EnumerationRefreshReleasesTheNodeMapLockBeforeDisplayNames) {
+    CLockProbingEnumParameter pixelFormat("PixelFormat", "@CameraDevice", sharedState(), decoupler());
+    pixelFormat.probedMap = map();
+    ASSERT_TRUE(pixelFormat.attach(map()));
+    auto data = pixelFormat.getParameterData().dynamicCast<const EnumParameterData>();
+    ASSERT_TRUE(data);
+    EXPECT_FALSE(data->settableValues.isEmpty());
+    EXPECT_EQ(data->settableValueDisplayNames.size(), data->settableValues.size());
+    EXPECT_GT(pixelFormat.lookups.load(), data->settableValues.size() - 1);
+    EXPECT_EQ(pixelFormat.lookupsUnderMapLock.load(), 0);
+    pixelFormat.attach(nullptr);
+}
+
+namespace {
+
+// The vtable slot of a virtual member function in the Itanium C++ ABI (odd pointer: 1 + byte offset),
+// or -1 for a function that is not virtual.
+template <typename Member>
+std::ptrdiff_t vtableSlot(Member member) {
+    struct {
+        std::ptrdiff_t pointer;
+        std::ptrdiff_t adjustment;
+    } raw;
+    static_assert(sizeof(Member) == sizeof(raw), "Itanium member function pointer");
+    std::memcpy(&raw, &member, sizeof raw);
+    return (raw.pointer & 1) ? (raw.pointer - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) : -1;
+}
+
+// A client class compiled against the published layout: its first own virtual follows the base's last.
+class CClientParameter : public CParameter {
+public:
+    using CParameter::CParameter;
+    virtual int clientOperation() { return 1; }
+};
+
+}  // namespace
+
+TEST(ParameterLayout, VirtualOperationsKeepTheirPublishedSlotOrder) {
+    const std::vector<std::ptrdiff_t> slotOrder = {
+        vtableSlot(&CParameter::getName),
+        vtableSlot(&CParameter::getFullName),
+        vtableSlot(&CParameter::isReadable),
+        vtableSlot(&CParameter::isWriteable),
+        vtableSlot(&CParameter::isEmpty),
+        vtableSlot(&CParameter::isAvailable),
+        vtableSlot(&CParameter::isImplemented),
+        vtableSlot(&CParameter::getVisibility),
+        vtableSlot(&CParameter::getParameterType),
+        vtableSlot(&CParameter::getParameterData),
+        vtableSlot(&CParameter::scheduleParameterDataChangedCheck),
+        vtableSlot(&CParameter::attach),
+        vtableSlot(&CParameter::toString),
+        vtableSlot(&CParameter::parseAndSetValue),
+        vtableSlot(&CParameter::getAdvancedParameterAccess),
+        vtableSlot(&CParameter::raiseExceptionIfDisposed),
+        vtableSlot(&CParameter::raiseExceptionIfDeviceNotOpen),
+        vtableSlot(&CParameter::raiseExceptionIfNotReadable),
+        vtableSlot(&CParameter::raiseExceptionIfNotWritable),
+        vtableSlot(&CParameter::updateCachedParameterData),
+        vtableSlot(&CParameter::getCachedParameterData),
+    };
+    for (size_t i = 1; i < slotOrder.size(); ++i)
+        EXPECT_EQ(slotOrder[i], slotOrder[i - 1] + 1) << "operation " << i;
+    // Nothing virtual follows getCachedParameterData, so a client's own virtuals come right after it.
+    EXPECT_EQ(vtableSlot(&CClientParameter::clientOperation), slotOrder.back() + 1);
+}
