@@ -2,6 +2,9 @@
 #include "BooleanNode.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
+#include <GenApi/IInteger.h>
+
+#include <cinttypes>
 
 using namespace GENAPI_NAMESPACE;
 using GENICAM_NAMESPACE::gcstring;
@@ -17,12 +20,32 @@ ArvGcBoolean* CBooleanNode::boolean(const char* method) const {
     return ARV_GC_BOOLEAN(arvNode());
 }
 
-bool CBooleanNode::GetValue(bool, bool IgnoreCache) const {
+int64_t CBooleanNode::describedValue(const char* property, int64_t fallback) const {
+    int64_t value = fallback;
+    textToInteger(description().value(property), value);
+    return value;
+}
+
+// The integer behind the boolean must be its on or its off value; any other value is an error.
+bool CBooleanNode::GetValue(bool Verify, bool IgnoreCache) const {
     CMapEntry entry(map());
     checkReadable("GetValue");
     dropCacheIf(IgnoreCache);
-    return arvCall("GetValue",
-                   [&](GError** e) { return arv_gc_boolean_get_value(boolean("GetValue"), e); }) != FALSE;
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    if (!source) {
+        return arvCall("GetValue",
+                       [&](GError** e) { return arv_gc_boolean_get_value(boolean("GetValue"), e); }) != FALSE;
+    }
+    const int64_t value = source->GetValue(Verify, IgnoreCache);
+    const int64_t on = describedValue("OnValue", 1);
+    const int64_t off = describedValue("OffValue", 0);
+    if (value == on)
+        return true;
+    if (value == off)
+        return false;
+    raise(EError::LogicalError, "GetValue",
+          formatText("Value '%" PRId64 "' is neither true (%" PRId64 ") nor false (%" PRId64 ")", value, on,
+                     off));
 }
 
 void CBooleanNode::SetValue(bool Value, bool Verify) {

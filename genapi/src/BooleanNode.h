@@ -19,6 +19,8 @@ public:
 
 private:
     ArvGcBoolean* boolean(const char* method) const;
+    // OnValue or OffValue as the description gives it, or GenApi's default.
+    int64_t describedValue(const char* property, int64_t fallback) const;
 };
 
 }  // namespace GenApiEngine

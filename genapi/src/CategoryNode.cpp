@@ -20,7 +20,20 @@ void CCategoryNode::GetFeatures(FeatureList_t& Features) const {
 }
 
 gcstring CCategoryNode::ToString(bool, bool) {
-    return gcstring();
+    return GetDisplayName();
+}
+
+// A category whose features are all not implemented is not implemented itself.
+EAccessMode CCategoryNode::naturalAccessMode() const {
+    FeatureList_t features;
+    GetFeatures(features);
+    if (features.empty())
+        return RO;
+    for (IValue* feature : features) {
+        if (feature->GetNode()->GetAccessMode() != NI)
+            return RO;
+    }
+    return NI;
 }
 
 void CCategoryNode::FromString(const gcstring&, bool) {

@@ -18,7 +18,7 @@ public:
     void GetFeatures(GenApi::FeatureList_t& Features) const override;
 
 protected:
-    GenApi::EAccessMode naturalAccessMode() const override { return GenApi::RO; }
+    GenApi::EAccessMode naturalAccessMode() const override;
 };
 
 }  // namespace GenApiEngine

@@ -49,11 +49,10 @@ bool CCommandNode::IsDone(bool) {
     return done;
 }
 
-gcstring CCommandNode::ToString(bool, bool) {
+gcstring CCommandNode::ToString(bool Verify, bool) {
     CMapEntry entry(map());
     checkReadable("ToString");
-    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
-    return source ? source->ToString() : gcstring("0");
+    return IsDone(Verify) ? "0" : "1";
 }
 
 // Any text but "0" or "false" executes the command.

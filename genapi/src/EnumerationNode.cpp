@@ -2,6 +2,7 @@
 #include "EnumerationNode.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
+#include <algorithm>
 #include <cinttypes>
 #include <cstdlib>
 
@@ -102,8 +103,8 @@ gcstring CEnumerationNode::ToString(bool Verify, bool IgnoreCache) {
     const int64_t value = GetIntValue(Verify, IgnoreCache);
     IEnumEntry* current = GetEntry(value);
     if (!current) {
-        raise(EError::Runtime, "ToString",
-              formatText("the value %" PRId64 " does not match any enumeration entry", value));
+        raise(EError::InvalidArgument, "ToString",
+              formatText("cannot convert value '%" PRId64 "', the value is invalid.", value));
     }
     return current->GetSymbolic();
 }
@@ -117,6 +118,16 @@ void CEnumerationNode::FromString(const gcstring& ValueStr, bool Verify) {
                          ValueStr.c_str()));
     }
     SetIntValue(target->GetValue(), Verify);
+}
+
+// An enumeration none of whose entries is implemented is not implemented either.
+EAccessMode CEnumerationNode::naturalAccessMode() const {
+    const std::vector<CEnumEntryNode*> all = entries();
+    const bool anyImplemented = std::any_of(
+        all.begin(), all.end(), [](CEnumEntryNode* candidate) { return candidate->GetAccessMode() != NI; });
+    if (!all.empty() && !anyImplemented)
+        return NI;
+    return CValueNode::naturalAccessMode();
 }
 
 IEnumeration& CEnumerationNode::operator=(const gcstring& ValueStr) {
@@ -151,8 +162,9 @@ bool CEnumEntryNode::IsSelfClearing() {
     return description().value("IsSelfClearing") == "Yes";
 }
 
+// An entry's text is its integer value.
 gcstring CEnumEntryNode::ToString(bool, bool) {
-    return GetSymbolic();
+    return formatText("%" PRId64, GetValue()).c_str();
 }
 
 void CEnumEntryNode::FromString(const gcstring&, bool) {

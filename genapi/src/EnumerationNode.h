@@ -26,6 +26,9 @@ public:
     GenApi::IEnumEntry* GetEntry(const int64_t IntValue) override;
     GenApi::IEnumEntry* GetCurrentEntry(bool Verify = false, bool IgnoreCache = false) override;
 
+protected:
+    GenApi::EAccessMode naturalAccessMode() const override;
+
 private:
     std::vector<CEnumEntryNode*> entries() const;
     ArvGcEnumeration* enumeration(const char* method) const;

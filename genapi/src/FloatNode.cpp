@@ -172,7 +172,9 @@ gcstring CFloatNode::ToString(bool Verify, bool IgnoreCache) {
     double printed = value;
     const double minimum = GetMin();
     const double maximum = GetMax();
-    while (textToFloat(text, printed) && (printed < minimum || printed > maximum) && precision < 17) {
+    const bool inRange = value >= minimum && value <= maximum;
+    while (inRange && textToFloat(text, printed) && (printed < minimum || printed > maximum) &&
+           precision < 17) {
         text = floatToText(value, notation, ++precision);
     }
     return text.c_str();

@@ -36,7 +36,7 @@ void appendUnique(NodeList_t& list, std::set<INode*>& seen, INode* node) {
 bool isValuePointer(const std::string& property) {
     return property == "pValue" || property == "pVariable" || property == "pIndex" ||
            property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
-           property == "pLength";
+           property == "pLength" || property == "pValueCopy";
 }
 
 bool isRegisterKind(const std::string& tag) {
@@ -207,6 +207,9 @@ EYesNo CNodeBase::IsAccessModeCacheable() const {
 }
 
 // The node's own Cachable when it names one, otherwise the most restrictive mode of its value sources.
+// A node without its own Cachable takes its mode from the nodes its value is computed from. Float
+// registers and float formulas (SwissKnife, and the formulas behind converters) are WriteAround by
+// default; integer formulas pass only NoCache on from their variables.
 ECachingMode CNodeBase::GetCachingMode() const {
     CMapEntry entry(m_Map);
     ECachingMode mode = WriteThrough;
@@ -215,13 +218,19 @@ ECachingMode CNodeBase::GetCachingMode() const {
     CDepthGuard guard(m_AccessDepth);
     if (guard.tooDeep())
         return NoCache;
-    mode = WriteThrough;
+    const std::string& tag = m_Description.tag;
+    const bool floatFormula = tag == "SwissKnife" || tag == "Converter" || tag == "IntConverter";
+    mode = (floatFormula || tag == "FloatReg") ? WriteAround : WriteThrough;
     for (const SProperty& property : m_Description.properties) {
         if (!isValuePointer(property.name))
             continue;
         const CNodeBase* target = m_Map.node(property.value);
-        if (target)
-            mode = Combine(mode, target->GetCachingMode());
+        if (!target)
+            continue;
+        const ECachingMode targetMode = target->GetCachingMode();
+        if (tag == "IntSwissKnife" && targetMode != NoCache)
+            continue;
+        mode = Combine(mode, targetMode);
     }
     return mode;
 }

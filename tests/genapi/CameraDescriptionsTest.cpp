@@ -117,9 +117,13 @@ TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
         for (const auto& failure : failures)
             std::cout << ", " << failure.second << " " << failure.first;
         std::cout << std::endl;
-        // A zero-filled device may leave values without a matching entry or divide by zero, nothing worse.
-        for (const auto& failure : failures)
-            EXPECT_EQ(failure.first, "RuntimeException");
+        // A zero-filled device may leave values without a matching entry (an invalid argument), divide by
+        // zero or miss a chunk buffer (runtime errors), nothing worse.
+        for (const auto& failure : failures) {
+            EXPECT_TRUE(failure.first == "InvalidArgumentException" || failure.first == "RuntimeException" ||
+                        failure.first == "LogicalErrorException")
+                << failure.first;
+        }
         CNodePtr root = map._GetNode("Root");
         EXPECT_TRUE(root.IsValid());
     }

@@ -61,9 +61,9 @@ TEST_F(SimulatedCameraTest, UnknownEntriesAndUnparsableTextsAreInvalidArguments)
     EXPECT_THROW(enumeration("PixelFormat")->FromString("Mono10"), GenICam::AccessException);
     EXPECT_THROW(enumeration("PixelFormat")->FromString("RGB8"), GenICam::AccessException);
     EXPECT_THROW(enumeration("PixelFormat")->SetIntValue(12345), GenICam::OutOfRangeException);
-    // A device value that matches no entry cannot be shown as text.
+    // A device value that matches no entry cannot be converted to text.
     camera().pokeRegister(SimCamera::Registers::PixelFormat, 77);
-    EXPECT_THROW(enumeration("PixelFormat")->ToString(), GenICam::RuntimeException);
+    EXPECT_THROW(enumeration("PixelFormat")->ToString(), GenICam::InvalidArgumentException);
 }
 
 TEST_F(SimulatedCameraTest, WrongInterfacesGiveInvalidPointersAndLogicalErrors) {

@@ -62,7 +62,7 @@ TEST_F(LibraryTest, AttachDetachAndReattach) {
         {"Device", ParameterType_Undefined}};
     for (const auto& kind : kinds)
         EXPECT_EQ(parameter(kind.first)->getParameterType(), kind.second) << kind.first;
-    EXPECT_EQ(parameter("Root")->toString(), "");
+    EXPECT_EQ(parameter("Root")->toString(), "Root");  // a category's text is its display name
     // Parameters travel through QVariant and convert to QObject*.
     QSharedPointer<IParameter> shared = width;
     const QVariant variant = QVariant::fromValue(shared);
