@@ -30,6 +30,7 @@ int64_t CBooleanNode::describedValue(const char* property, int64_t fallback) con
 bool CBooleanNode::GetValue(bool Verify, bool IgnoreCache) const {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
     IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
     if (!source) {

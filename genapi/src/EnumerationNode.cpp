@@ -49,6 +49,7 @@ void CEnumerationNode::GetEntries(NodeList_t& Entries) {
 int64_t CEnumerationNode::GetIntValue(bool, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetIntValue");
+    raiseIfFormulaUnsupported("GetIntValue");
     dropCacheIf(IgnoreCache);
     return arvCall("GetIntValue", [&](GError** e) {
         return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
@@ -120,13 +121,19 @@ void CEnumerationNode::FromString(const gcstring& ValueStr, bool Verify) {
     SetIntValue(target->GetValue(), Verify);
 }
 
-// An enumeration none of whose entries is implemented is not implemented either.
+// An enumeration none of whose entries is implemented is not implemented either, and one none of whose
+// entries is available is not available.
 EAccessMode CEnumerationNode::naturalAccessMode() const {
     const std::vector<CEnumEntryNode*> all = entries();
     const bool anyImplemented = std::any_of(
         all.begin(), all.end(), [](CEnumEntryNode* candidate) { return candidate->GetAccessMode() != NI; });
     if (!all.empty() && !anyImplemented)
         return NI;
+    const bool anyAvailable = std::any_of(all.begin(), all.end(), [](CEnumEntryNode* candidate) {
+        return IsAvailable(candidate->GetAccessMode());
+    });
+    if (!all.empty() && !anyAvailable)
+        return NA;
     return CValueNode::naturalAccessMode();
 }
 

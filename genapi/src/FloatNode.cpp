@@ -44,6 +44,7 @@ void CFloatNode::checkAvailable(const char* method) const {
 double CFloatNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
     const double value =
         arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });

@@ -67,6 +67,7 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
 int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
+    raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
     const int64_t value =
         arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });

@@ -95,7 +95,10 @@ void CNodeBase::changed() {
     m_Map.noteChanged(this);
 }
 
-bool CNodeBase::evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const {
+bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
+                              const char* method) const {
+    if (const CNodeBase* condition = pointee(property))
+        condition->raiseIfFormulaUnsupported(method);
     GError* error = nullptr;
     const gboolean result = test(feature(), &error);
     if (error)
@@ -151,11 +154,11 @@ EAccessMode CNodeBase::computeAccessMode() const {
         return _CycleDetectAccesMode;
     if (feature()) {
         if (m_Description.has("pIsImplemented") &&
-            !evaluatesTrue(arv_gc_feature_node_is_implemented, "GetAccessMode")) {
+            !evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode")) {
             return NI;
         }
         if (m_Description.has("pIsAvailable") &&
-            !evaluatesTrue(arv_gc_feature_node_is_available, "GetAccessMode")) {
+            !evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode")) {
             return NA;
         }
     } else if (m_PrincipalType != intfIEnumEntry) {
@@ -165,7 +168,7 @@ EAccessMode CNodeBase::computeAccessMode() const {
     if (mode == NI || mode == NA || mode == _CycleDetectAccesMode)
         return mode;
     if (IsWritable(mode) && m_Description.has("pIsLocked") &&
-        evaluatesTrue(arv_gc_feature_node_is_locked, "GetAccessMode")) {
+        evaluatesTrue("pIsLocked", arv_gc_feature_node_is_locked, "GetAccessMode")) {
         mode = (mode == RW) ? RO : NA;
     }
     return Combine(Combine(mode, m_DescribedImposedAccess), m_ImposedAccess);
@@ -181,10 +184,60 @@ ENameSpace CNodeBase::GetNameSpace() const {
     return m_Description.nameSpace == "Standard" ? Standard : Custom;
 }
 
+// A category that states no visibility is as visible as its most visible feature.
 EVisibility CNodeBase::GetVisibility() const {
     EVisibility visibility = Beginner;
-    EVisibilityClass::FromString(m_Description.value("Visibility").c_str(), &visibility);
+    if (!EVisibilityClass::FromString(m_Description.value("Visibility").c_str(), &visibility) &&
+        m_PrincipalType == intfICategory) {
+        visibility = mostVisibleFeature();
+    }
     return Combine(visibility, m_ImposedVisibility);
+}
+
+EVisibility CNodeBase::mostVisibleFeature() const {
+    CDepthGuard guard(m_AccessDepth);
+    EVisibility visibility = Invisible;
+    bool anyFeature = false;
+    for (const std::string& featureName : m_Description.values("pFeature")) {
+        const CNodeBase* feature = guard.tooDeep() ? nullptr : m_Map.node(featureName);
+        if (!feature)
+            continue;
+        anyFeature = true;
+        visibility = std::min(visibility, feature->GetVisibility());
+    }
+    return anyFeature ? visibility : Beginner;
+}
+
+// GenApi cannot evaluate a formula that has named constants beside an enumeration variable: it fails
+// with a null pointer, and so does reading anything computed from such a formula.
+void CNodeBase::raiseIfFormulaUnsupported(const char* method) const {
+    if (m_UnsupportedFormula == _UndefinedYesNo)
+        m_UnsupportedFormula = usesUnsupportedFormula() ? Yes : No;
+    if (m_UnsupportedFormula == Yes)
+        raise(EError::LogicalError, method, "NULL pointer dereferenced");
+}
+
+bool CNodeBase::usesUnsupportedFormula() const {
+    CDepthGuard guard(m_AccessDepth);
+    if (guard.tooDeep())
+        return false;
+    const std::string& tag = m_Description.tag;
+    const bool formula =
+        tag == "SwissKnife" || tag == "IntSwissKnife" || tag == "Converter" || tag == "IntConverter";
+    for (const SProperty& property : m_Description.properties) {
+        if (!isValuePointer(property.name))
+            continue;
+        const CNodeBase* target = m_Map.node(property.value);
+        if (!target)
+            continue;
+        if (formula && property.name == "pVariable" && m_Description.has("Constant") &&
+            target->GetPrincipalInterfaceType() == intfIEnumeration) {
+            return true;
+        }
+        if (target->usesUnsupportedFormula())
+            return true;
+    }
+    return false;
 }
 
 void CNodeBase::InvalidateNode() {

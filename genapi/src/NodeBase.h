@@ -127,6 +127,8 @@ protected:
     }
 
     void checkReadable(const char* method) const;
+    // Raises GenApi's null-pointer logical error when the value depends on a formula it cannot evaluate.
+    void raiseIfFormulaUnsupported(const char* method) const;
     void checkWritable(const char* method) const;
     [[noreturn]] void raise(EError kind, const char* method, const std::string& problem) const;
     // Raises the exception behind an Aravis error, preferring the original exception of a user port.
@@ -137,7 +139,10 @@ protected:
     void changed();
 
 private:
-    bool evaluatesTrue(gboolean (*test)(ArvGcFeatureNode*, GError**), const char* method) const;
+    bool evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
+                       const char* method) const;
+    GenApi::EVisibility mostVisibleFeature() const;
+    bool usesUnsupportedFormula() const;
     GenApi::EAccessMode computeAccessMode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;
     static void callSafely(GenApi::CNodeCallback* callback, GenApi::ECallbackType type);
@@ -157,6 +162,7 @@ private:
     GenApi::UserData_t m_UserData = nullptr;
     bool m_IsFeature = false;
     mutable int m_AccessDepth = 0;
+    mutable GenApi::EYesNo m_UnsupportedFormula = GenApi::_UndefinedYesNo;
 };
 
 }  // namespace GenApiEngine
