@@ -18,7 +18,7 @@ TEST_F(SimulatedCameraTest, DescriptiveMetadataComesFromTheDescription) {
     EXPECT_STREQ(exposure->GetToolTip().c_str(), "Exposure time in microseconds.");
     EXPECT_STREQ(exposure->GetDescription().c_str(), "Duration of the exposure of each frame.");
     EXPECT_STREQ(exposure->GetDisplayName().c_str(), "Exposure Time");
-    EXPECT_STREQ(exposure->GetDocuURL().c_str(), "https://www.emva.org/standards-technology/genicam/");
+    EXPECT_STREQ(exposure->GetDocuURL().c_str(), "http://www.emva.org/standards-technology/genicam/");
     EXPECT_FALSE(exposure->IsDeprecated());
     EXPECT_TRUE(exposure->IsStreamable());
     EXPECT_EQ(exposure->GetNameSpace(), Standard);
@@ -33,7 +33,8 @@ TEST_F(SimulatedCameraTest, DescriptiveMetadataComesFromTheDescription) {
     EXPECT_EQ(node("TestReadOnlyInteger")->GetNameSpace(), Custom);
     EXPECT_TRUE(node("ExposureTimeAbs")->IsDeprecated());
     EXPECT_STREQ(node("EventExposureEndTimestamp")->GetEventID().c_str(), "9001");
-    EXPECT_EQ(node("DeviceTemperature")->GetPollingTime(), 1000);
+    EXPECT_EQ(node("DeviceTemperatureRaw")->GetPollingTime(), 1000);
+    EXPECT_EQ(node("DeviceTemperature")->GetPollingTime(), -1);  // polled through its register
     EXPECT_EQ(node("Width")->GetPollingTime(), -1);
     EXPECT_STREQ(node("Width")->GetDeviceName().c_str(), "Device");
     EXPECT_EQ(node("Width")->GetNodeMap(), map());
@@ -65,7 +66,7 @@ TEST_F(SimulatedCameraTest, PropertiesAreServedAsWritten) {
     ASSERT_TRUE(node("TriggerSelector")->GetProperty("pSelected", value, attribute));
     EXPECT_STREQ(value.c_str(), "TriggerMode\tTriggerSource");
     ASSERT_TRUE(node("WidthMax")->GetProperty("pVariable", value, attribute));
-    EXPECT_STREQ(value.c_str(), "SensorWidth\tOffsetX");
+    EXPECT_STREQ(value.c_str(), "SensorWidth\tOffsetXReg");
     EXPECT_STREQ(attribute.c_str(), "Name=SW\tName=OX");
     ASSERT_TRUE(node("TriggerModeReg")->GetProperty("pIndex", value, attribute));
     EXPECT_STREQ(value.c_str(), "TriggerSelectorReg");
@@ -178,7 +179,7 @@ TEST_F(SimulatedCameraTest, CategoriesFeaturesAndRelations) {
     EXPECT_STREQ(nodes[0]->GetName().c_str(), "WidthReg");
     node("Width")->GetChildren(nodes, ctTerminalNodes);
     EXPECT_TRUE(contains(nodes, "Device"));
-    node("OffsetX")->GetChildren(nodes, ctDependingNodes);
+    node("OffsetXReg")->GetChildren(nodes, ctDependingNodes);  // the width limit follows the offset
     EXPECT_TRUE(contains(nodes, "WidthMax"));
     EXPECT_TRUE(contains(nodes, "Width"));
     node("WidthReg")->GetParents(nodes);
@@ -198,7 +199,7 @@ TEST_F(SimulatedCameraTest, NodeMapAndDeviceInformation) {
 
     CDeviceInfoPtr info(map());
     ASSERT_TRUE(info.IsValid());
-    EXPECT_STREQ(info->GetModelName().c_str(), "SimCam-1");
+    EXPECT_STREQ(info->GetModelName().c_str(), "SimCam1");
     EXPECT_STREQ(info->GetVendorName().c_str(), "ParameterCollection");
     Version_t version;
     info->GetDeviceVersion(version);

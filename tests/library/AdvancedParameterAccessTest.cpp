@@ -62,7 +62,7 @@ TEST_F(AdvancedAccessTest, KeysOfFloatBooleanEnumerationAndCategoryNodes) {
     EXPECT_EQ(exposure->getProperty("DisplayNotation"), "Fixed");
     EXPECT_EQ(exposure->getProperty("DisplayPrecision"), "1");
     EXPECT_EQ(exposure->getProperty("Unit"), "us");
-    EXPECT_EQ(exposure->getProperty("DocuURL"), "https://www.emva.org/standards-technology/genicam/");
+    EXPECT_EQ(exposure->getProperty("DocuURL"), "http://www.emva.org/standards-technology/genicam/");
     EXPECT_TRUE(exposure->containsProperty("DisplayNotation"));
 
     auto reverse = access("ReverseX");
@@ -71,7 +71,8 @@ TEST_F(AdvancedAccessTest, KeysOfFloatBooleanEnumerationAndCategoryNodes) {
     EXPECT_EQ(reverse->getProperty("Unit"), "");
 
     auto temperature = access("DeviceTemperature");
-    EXPECT_EQ(temperature->getProperty("PollingTime"), "1000");
+    EXPECT_EQ(temperature->getProperty("PollingTime"), "-1");  // polled through its register
+    EXPECT_EQ(access("DeviceTemperatureRaw")->getProperty("PollingTime"), "1000");
     EXPECT_EQ(temperature->getProperty("CachingMode"), "NoCache");
     EXPECT_EQ(temperature->getProperty("IsCacheable"), "false");
     EXPECT_EQ(temperature->getProperty("Visibility"), "Expert");
@@ -116,7 +117,7 @@ TEST_F(AdvancedAccessTest, RawPropertiesAsJson) {
         const QJsonObject property = value.toObject();
         if (property["name"].toString() != "pVariable")
             continue;
-        EXPECT_EQ(property["values"].toArray(), QJsonArray({"SensorWidth", "OffsetX"}));
+        EXPECT_EQ(property["values"].toArray(), QJsonArray({"SensorWidth", "OffsetXReg"}));
         EXPECT_EQ(property["attributes"].toArray(), QJsonArray({"Name=SW", "Name=OX"}));
     }
 }
