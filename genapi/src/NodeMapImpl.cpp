@@ -12,6 +12,7 @@
 #include "RegisterNode.h"
 #include "StringNode.h"
 #include "TextForms.h"
+#include "ReadCycles.h"
 #include <GenApi/GenApiVersion.h>
 #include <GenApi/IPortConstruct.h>
 #include <algorithm>
@@ -80,6 +81,7 @@ uint16_t versionPart(const std::string& text) {
 CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName,
                                           CLock* userLock) {
     CXmlIndex probe(xml);  // fails early, with a GenICam exception, on text that is not XML
+    refuseReadCycles(probe);
     ArvDevice* device = createPortDevice();
     ArvGc* genicam = arv_gc_new(device, xml.data(), xml.size());
     if (!genicam) {
@@ -95,6 +97,7 @@ CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& d
     ArvGc* genicam = arv_device_get_genicam(device);
     if (!xml || !genicam)
         throw RUNTIME_EXCEPTION("The device has no camera description");
+    refuseReadCycles(CXmlIndex(std::string(xml, size)));
     g_object_ref(device);
     return new CNodeMapImpl(device, genicam, false, std::string(xml, size), deviceName, nullptr);
 }

@@ -4,6 +4,8 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -91,4 +93,39 @@ TEST(CameraParametersTool, RelationsDumpWatchAndAravisFakeCamera) {
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.contains("@CameraDevice/Width"));
     EXPECT_TRUE(run.out.contains("512"));
+}
+
+TEST(CameraParametersTool, ValidatesDescriptionsAgainstTheirSchema) {
+    SRun run = runTool({"validate", SIMULATED_CAMERA_DESCRIPTION});
+    EXPECT_EQ(run.exitCode, 0) << run.out.toStdString();
+    EXPECT_TRUE(run.out.endsWith("validates\n"));
+
+    // A description with an element out of order and a read cycle: both reported, the first with its line.
+    QTemporaryDir folder;
+    const QString path = folder.filePath("broken.xml");
+    QFile broken(path);
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write(R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Broken" VendorName="Test"
+ StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+ MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+ VersionGuid="11111111-2222-3333-4444-666666666666">
+  <Integer Name="A">
+    <pValue>B</pValue>
+    <ImposedAccessMode>RO</ImposedAccessMode>
+  </Integer>
+  <Integer Name="B"><pValue>A</pValue></Integer>
+</RegisterDescription>
+)");
+    broken.close();
+    run = runTool({"validate", path});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.out.contains(path + ":8: ")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains("read cycle detected : A -> B -> A")) << run.out.toStdString();
+
+    run = runTool({"validate", folder.filePath("missing.xml")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Cannot read"));
+    run = runTool({"validate"});
+    EXPECT_EQ(run.exitCode, 2);
 }

@@ -3,7 +3,7 @@
 
 namespace {
 
-const QStringList commands = {"list", "get", "set", "watch", "relations", "dump", "devices"};
+const QStringList commands = {"list", "get", "set", "watch", "relations", "dump", "devices", "validate"};
 const QStringList visibilities = {"Beginner", "Expert", "Guru", "Invisible"};
 
 }  // namespace
@@ -70,6 +70,8 @@ void CToolOptions::checkArguments() {
         m_Error = "set needs a parameter name and a value.";
     } else if (command == "relations" && arguments.size() != 1) {
         m_Error = "relations needs one parameter name.";
+    } else if (command == "validate" && arguments.size() != 1) {
+        m_Error = "validate needs one camera description file.";
     }
 }
 
@@ -85,6 +87,8 @@ QString CToolOptions::usage() {
            "                                                   features, and the category path\n"
            "  dump                                             every parameter as one JSON object a line\n"
            "  devices                                          the devices Aravis finds\n"
+           "  validate FILE                                    check a camera description against its\n"
+           "                                                   GenICam schema and load it (no device)\n"
            "\n"
            "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device.\n"
            "Visibilities: Beginner, Expert, Guru (default), Invisible.\n"

@@ -1,5 +1,6 @@
 // camera-parameters: lists, reads, writes and watches the parameters of a camera through the library.
 // The default device is the simulated camera, so it runs without hardware.
+#include "DescriptionValidation.h"
 #include "DeviceSession.h"
 #include "ParameterTool.h"
 #include "ToolOptions.h"
@@ -34,6 +35,8 @@ int main(int argc, char** argv) {
     }
     if (options.command == "devices")
         return listDevices(out);
+    if (options.command == "validate")
+        return validateDescriptionFile(options.arguments.first(), out, err);
     try {
         CDeviceSession session(options.device);
         return CParameterTool(session.collection(), options, out, err).run();

@@ -1,0 +1,215 @@
+// GenApi's rules where they differ from a plain evaluation of the description: value texts, access modes
+// and visibilities derived from other nodes, caching modes without Cachable, formulas GenApi cannot
+// evaluate, read cycles and schema checks.
+#include "SimulatedCameraFixture.h"
+#include <GenApiEngine/DescriptionSchema.h>
+#include <cstring>
+#include <map>
+
+using namespace GenApi;
+using GenICam::gcstring;
+
+namespace {
+
+// A register space of 32-bit little-endian words that a test fills.
+class CWordPort : public CPortImpl {
+public:
+    EAccessMode GetAccessMode() const override { return RW; }
+    void Read(void* buffer, int64_t address, int64_t length) override {
+        std::memset(buffer, 0, static_cast<size_t>(length));
+        const uint32_t word = words[address];
+        std::memcpy(buffer, &word, std::min<size_t>(sizeof word, static_cast<size_t>(length)));
+    }
+    void Write(const void* buffer, int64_t address, int64_t length) override {
+        uint32_t word = 0;
+        std::memcpy(&word, buffer, std::min<size_t>(sizeof word, static_cast<size_t>(length)));
+        words[address] = word;
+    }
+    std::map<int64_t, uint32_t> words;
+};
+
+std::string description(const std::string& nodes) {
+    return R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Rules" VendorName="Test"
+    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+    VersionGuid="11111111-2222-3333-4444-666666666666">
+)" + nodes +
+           R"(
+  <Port Name="Device"/>
+</RegisterDescription>
+)";
+}
+
+std::string intReg(const char* name, int address, const char* extra = "") {
+    return std::string("<IntReg Name=\"") + name + "\"><Address>" + std::to_string(address) +
+           "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>" + extra +
+           "<Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
+}
+
+const std::string rulesNodes =
+    R"(<Category Name="Root"><pFeature>Visible</pFeature><pFeature>Hidden</pFeature><pFeature>Absent</pFeature></Category>
+  <Category Name="Visible"><DisplayName>Visible Things</DisplayName><pFeature>Flag</pFeature><pFeature>Mode</pFeature></Category>
+  <Category Name="Hidden"><pFeature>Secret</pFeature></Category>
+  <Category Name="Absent"><pFeature>Missing</pFeature></Category>
+  <Boolean Name="Flag"><pValue>FlagReg</pValue><OnValue>3</OnValue><OffValue>2</OffValue></Boolean>
+  <Enumeration Name="Mode">
+    <EnumEntry Name="A"><Value>10</Value></EnumEntry>
+    <EnumEntry Name="B"><pIsAvailable>Zero</pIsAvailable><Value>20</Value></EnumEntry>
+    <pValue>ModeReg</pValue>
+  </Enumeration>
+  <Enumeration Name="Unavailable">
+    <EnumEntry Name="A"><pIsAvailable>Zero</pIsAvailable><Value>1</Value></EnumEntry>
+    <pValue>ModeReg</pValue>
+  </Enumeration>
+  <Integer Name="Secret"><Visibility>Invisible</Visibility><pValue>ValueReg</pValue></Integer>
+  <Integer Name="Missing"><pIsImplemented>Zero</pIsImplemented><pValue>ValueReg</pValue></Integer>
+  <Integer Name="Zero"><Value>0</Value></Integer>
+  <Command Name="Start"><pValue>CommandReg</pValue><CommandValue>1</CommandValue></Command>
+  <Float Name="Ratio"><pValue>RatioKnife</pValue><Min>0</Min><Max>1</Max></Float>
+  <SwissKnife Name="RatioKnife"><pVariable Name="V">ValueReg</pVariable><Formula>V/1000</Formula></SwissKnife>
+  <IntSwissKnife Name="Twice"><pVariable Name="R">RatioKnife</pVariable><Formula>2*R</Formula></IntSwissKnife>
+  <Converter Name="Scaled"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>ValueReg</pValue><Slope>Increasing</Slope></Converter>
+  <IntSwissKnife Name="ModeIsA"><pVariable Name="M">Mode</pVariable><Constant Name="K">10</Constant><Formula>M=K</Formula></IntSwissKnife>
+  <Integer Name="GuardedByMode"><pIsAvailable>ModeIsA</pIsAvailable><pValue>ValueReg</pValue></Integer>
+  <IntSwissKnife Name="ValueIsK"><pVariable Name="V">ValueReg</pVariable><Constant Name="K">10</Constant><Formula>V=K</Formula></IntSwissKnife>
+)" + intReg("FlagReg", 0) +
+    intReg("ModeReg", 4) + intReg("ValueReg", 8) + intReg("CommandReg", 12, "<Cachable>NoCache</Cachable>");
+
+class GenApiRulesTest : public ::testing::Test {
+protected:
+    GenApiRulesTest() {
+        m_Map._LoadXMLFromString(description(rulesNodes).c_str());
+        m_Map._Connect(&m_Port, "Device");
+    }
+    template <typename T>
+    T* node(const char* name) {
+        T* typed = dynamic_cast<T*>(m_Map._GetNode(name));
+        EXPECT_NE(typed, nullptr) << name;
+        return typed;
+    }
+    void poke(int64_t address, uint32_t value) {
+        m_Port.words[address] = value;
+        m_Map._InvalidateNodes();
+    }
+
+    CWordPort m_Port;
+    CNodeMapRef m_Map;
+};
+
+}  // namespace
+
+TEST_F(GenApiRulesTest, ValueTextsOfEveryKindOfNode) {
+    // A category shows its display name; an entry shows its value.
+    EXPECT_STREQ(node<IValue>("Visible")->ToString().c_str(), "Visible Things");
+    EXPECT_STREQ(node<IValue>("Hidden")->ToString().c_str(), "Hidden");
+    EXPECT_STREQ(node<IValue>("EnumEntry_Mode_B")->ToString().c_str(), "20");
+
+    // A boolean must hold its on or its off value.
+    poke(0, 3);
+    EXPECT_TRUE(node<IBoolean>("Flag")->GetValue());
+    poke(0, 2);
+    EXPECT_STREQ(node<IValue>("Flag")->ToString().c_str(), "0");
+    poke(0, 7);
+    EXPECT_EQ(descriptionOf<GenICam::LogicalErrorException>([&] { node<IBoolean>("Flag")->GetValue(); }),
+              "Node 'Flag' : Value '7' is neither true (3) nor false (2)");
+
+    // An enumeration value without an entry cannot be converted.
+    poke(4, 10);
+    EXPECT_STREQ(node<IValue>("Mode")->ToString().c_str(), "A");
+    poke(4, 11);
+    EXPECT_THROW(node<IValue>("Mode")->ToString(), GenICam::InvalidArgumentException);
+    EXPECT_EQ(node<IEnumeration>("Mode")->GetIntValue(), 11);
+
+    // A command shows whether it still runs.
+    poke(12, 0);
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
+    poke(12, 1);
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "1");
+
+    // Floats keep the display precision, also for values outside the limits.
+    poke(8, 123456);
+    EXPECT_STREQ(node<IValue>("Ratio")->ToString().c_str(), "123.456");
+    poke(8, 1234567);
+    EXPECT_STREQ(node<IValue>("Ratio")->ToString().c_str(), "1234.57");
+}
+
+TEST_F(GenApiRulesTest, AccessModesAndVisibilitiesDerivedFromOtherNodes) {
+    // No implemented entry: not implemented; no available entry: not available.
+    EXPECT_EQ(node<INode>("Mode")->GetAccessMode(), RW);
+    EXPECT_EQ(node<INode>("Unavailable")->GetAccessMode(), NA);
+    EXPECT_EQ(node<INode>("EnumEntry_Unavailable_A")->GetAccessMode(), NA);
+    // A category whose features are all not implemented is not implemented.
+    EXPECT_EQ(node<INode>("Absent")->GetAccessMode(), NI);
+    EXPECT_EQ(node<INode>("Visible")->GetAccessMode(), RO);
+    // A category without a visibility of its own is as visible as its most visible feature.
+    EXPECT_EQ(node<INode>("Hidden")->GetVisibility(), Invisible);
+    EXPECT_EQ(node<INode>("Visible")->GetVisibility(), Beginner);
+    EXPECT_EQ(node<INode>("Root")->GetVisibility(), Beginner);
+}
+
+TEST_F(GenApiRulesTest, CachingModesWithoutCachable) {
+    EXPECT_EQ(node<INode>("ValueReg")->GetCachingMode(), WriteThrough);
+    EXPECT_EQ(node<INode>("CommandReg")->GetCachingMode(), NoCache);
+    // Float formulas and converters default to WriteAround, and so does what reads them.
+    EXPECT_EQ(node<INode>("RatioKnife")->GetCachingMode(), WriteAround);
+    EXPECT_EQ(node<INode>("Ratio")->GetCachingMode(), WriteAround);
+    EXPECT_EQ(node<INode>("Scaled")->GetCachingMode(), WriteAround);
+    // Integer formulas pass on NoCache only.
+    EXPECT_EQ(node<INode>("Twice")->GetCachingMode(), WriteThrough);
+    EXPECT_EQ(node<INode>("Start")->GetCachingMode(), NoCache);
+    EXPECT_EQ(node<INode>("Flag")->GetCachingMode(), WriteThrough);
+}
+
+TEST_F(GenApiRulesTest, FormulasGenApiCannotEvaluate) {
+    // Constants beside an enumeration variable fail, and so does everything computed from them.
+    poke(4, 10);
+    EXPECT_THROW(node<IInteger>("ModeIsA")->GetValue(), GenICam::LogicalErrorException);
+    EXPECT_THROW(node<INode>("GuardedByMode")->GetAccessMode(), GenICam::LogicalErrorException);
+    // Constants beside integer variables are fine.
+    poke(8, 10);
+    EXPECT_EQ(node<IInteger>("ValueIsK")->GetValue(), 1);
+}
+
+TEST(DescriptionChecks, ReadCyclesAreRefusedWithGenApisMessage) {
+    const std::string cyclic = description(
+        R"(<Integer Name="Width"><pValue>WidthReg</pValue><pMax>WidthMax</pMax></Integer>
+  <IntSwissKnife Name="WidthMax"><pVariable Name="OX">OffsetX</pVariable><Formula>100-OX</Formula></IntSwissKnife>
+  <Integer Name="OffsetX"><pValue>OffsetReg</pValue><pMax>OffsetXMax</pMax></Integer>
+  <IntSwissKnife Name="OffsetXMax"><pVariable Name="W">Width</pVariable><Formula>100-W</Formula></IntSwissKnife>
+)" + intReg("WidthReg", 0) +
+        intReg("OffsetReg", 4));
+    CNodeMapRef map;
+    EXPECT_EQ(descriptionOf<GenICam::RuntimeException>([&] { map._LoadXMLFromString(cyclic.c_str()); }),
+              "read cycle detected : Width -> WidthMax -> OffsetX -> OffsetXMax -> Width");
+
+    // Two nodes reading the same register, and a node selected by its own selector's value, are no cycle.
+    const std::string acyclic = description(R"(<Integer Name="A"><pValue>R</pValue><pMax>B</pMax></Integer>
+  <Integer Name="B"><pValue>R</pValue></Integer>
+)" + intReg("R", 0));
+    EXPECT_NO_THROW(CNodeMapRef()._LoadXMLFromString(acyclic.c_str()));
+}
+
+TEST(DescriptionChecks, SchemaViolationsAreReportedWithTheirLines) {
+    EXPECT_TRUE(GenApiEngine::validateDescription(SimCamera::CSimulatedCamera::description()).empty());
+
+    // ImposedAccessMode after Value is out of the schema's order; the model name breaks its pattern.
+    std::string invalid = description(R"(<Integer Name="Late">
+    <Value>1</Value>
+    <ImposedAccessMode>RO</ImposedAccessMode>
+  </Integer>)");
+    invalid.replace(invalid.find("ModelName=\"Rules\""), 17, "ModelName=\"Bad-Name\"");
+    const std::vector<GenApiEngine::SSchemaViolation> violations = GenApiEngine::validateDescription(invalid);
+    ASSERT_EQ(violations.size(), 2u);
+    EXPECT_EQ(violations[0].line, 5);
+    EXPECT_NE(violations[0].message.find("ModelName"), std::string::npos);
+    EXPECT_EQ(violations[1].line, 8);
+    EXPECT_NE(violations[1].message.find("ImposedAccessMode"), std::string::npos);
+    // Loading stays lenient: the same description loads.
+    EXPECT_NO_THROW(CNodeMapRef()._LoadXMLFromString(invalid.c_str()));
+
+    EXPECT_THROW(GenApiEngine::validateDescription("<not xml"), GenICam::RuntimeException);
+    std::string unknownVersion = invalid;
+    unknownVersion.replace(unknownVersion.find("SchemaMinorVersion=\"1\""), 22, "SchemaMinorVersion=\"7\"");
+    EXPECT_THROW(GenApiEngine::validateDescription(unknownVersion), GenICam::RuntimeException);
+}

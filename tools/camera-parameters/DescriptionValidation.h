@@ -1,0 +1,12 @@
+// The validate command: a camera description checked against its schema and loaded as GenApi loads it.
+#ifndef TOOLS_CAMERAPARAMETERS_DESCRIPTIONVALIDATION_H
+#define TOOLS_CAMERAPARAMETERS_DESCRIPTIONVALIDATION_H
+
+#include <QString>
+#include <QTextStream>
+
+// Prints every schema violation as "FILE:LINE: message" and whatever refuses the load (a read cycle);
+// answers 0 for a valid description and 1 otherwise.
+int validateDescriptionFile(const QString& path, QTextStream& out, QTextStream& err);
+
+#endif
