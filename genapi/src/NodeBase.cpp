@@ -520,19 +520,16 @@ bool CNodeBase::IsSelector() const {
 
 void CNodeBase::GetSelectedFeatures(FeatureList_t& Features) const {
     Features.clear();
-    for (const std::string& target : m_Description.values("pSelected")) {
-        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(target)))
+    for (CNodeBase* selected : m_Map.selectedBy(this)) {
+        if (IValue* value = dynamic_cast<IValue*>(selected))
             Features.push_back(value);
     }
 }
 
 void CNodeBase::GetSelectingFeatures(FeatureList_t& Features) const {
     Features.clear();
-    for (const SNodeDescription& other : m_Map.index().nodes()) {
-        const std::vector<std::string> selected = other.values("pSelected");
-        if (std::find(selected.begin(), selected.end(), name()) == selected.end())
-            continue;
-        if (IValue* value = dynamic_cast<IValue*>(m_Map.node(other.name)))
+    for (CNodeBase* selector : m_Map.selectorsOf(this)) {
+        if (IValue* value = dynamic_cast<IValue*>(selector))
             Features.push_back(value);
     }
 }

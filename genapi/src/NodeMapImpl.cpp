@@ -112,6 +112,7 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
       m_Lock(userLock ? userLock : &m_OwnLock) {
     createNodes();
     linkNodes();
+    linkSelectors();
     if (m_OwnsDevice) {
         createCacheRules();
         setDeviceCache(m_Device, &m_Cache);
@@ -124,6 +125,46 @@ CNodeMapImpl::~CNodeMapImpl() {
     if (m_OwnsDevice)
         g_object_unref(m_Genicam);
     g_object_unref(m_Device);
+}
+
+// GenApi extends a selector's pSelected nodes by the nodes that take their value from them, so that
+// a selector of registers also selects the features over those registers.
+void CNodeMapImpl::linkSelectors() {
+    std::map<std::string, std::vector<CNodeBase*>> valueReaders;
+    for (const SNodeDescription& description : m_Index->nodes()) {
+        CNodeBase* reader = node(description.name);
+        const std::string& source = description.value("pValue");
+        if (reader && !source.empty())
+            valueReaders[source].push_back(reader);
+    }
+    for (const SNodeDescription& description : m_Index->nodes()) {
+        const std::vector<std::string> targets = description.values("pSelected");
+        CNodeBase* selector = node(description.name);
+        if (!selector || targets.empty())
+            continue;
+        std::vector<CNodeBase*>& selected = m_Selected[selector];
+        for (const std::string& target : targets)
+            if (CNodeBase* direct = node(target))
+                addUnique(selected, direct);
+        for (const std::string& target : targets) {
+            for (CNodeBase* reader : valueReaders[target])
+                addUnique(selected, reader);
+        }
+        for (CNodeBase* feature : selected)
+            addUnique(m_Selecting[feature], selector);
+    }
+}
+
+const std::vector<CNodeBase*>& CNodeMapImpl::selectedBy(const CNodeBase* selector) const {
+    static const std::vector<CNodeBase*> none;
+    const auto found = m_Selected.find(selector);
+    return found == m_Selected.end() ? none : found->second;
+}
+
+const std::vector<CNodeBase*>& CNodeMapImpl::selectorsOf(const CNodeBase* node) const {
+    static const std::vector<CNodeBase*> none;
+    const auto found = m_Selecting.find(node);
+    return found == m_Selecting.end() ? none : found->second;
 }
 
 void CNodeMapImpl::Destroy() {

@@ -72,6 +72,10 @@ public:
     ArvDevice* device() const { return m_Device; }
     ArvGc* genicam() const { return m_Genicam; }
     const CXmlIndex& index() const { return *m_Index; }
+    // The features a selector selects: its pSelected nodes, then the nodes whose pValue is one of them.
+    const std::vector<CNodeBase*>& selectedBy(const CNodeBase* selector) const;
+    // The selectors whose selected features include the node, in description order.
+    const std::vector<CNodeBase*>& selectorsOf(const CNodeBase* node) const;
     // The user port connected for a port node, or null when the port is served by the Aravis device.
     GenApi::IPort* userPort(const std::string& portName) const;
     bool servedByDevice() const { return !m_OwnsDevice; }
@@ -109,6 +113,7 @@ private:
     std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
     std::vector<CNodeBase*> valueSources(const CNodeBase* node) const;
     void linkNodes();
+    void linkSelectors();
     void link(CNodeBase* from, CNodeBase* to);
     void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
     void fireInsideLock() const;
@@ -128,6 +133,8 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selected;
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selecting;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
     mutable uint64_t m_AccessGeneration = 1;
