@@ -12,6 +12,7 @@
 #include "RegisterNode.h"
 #include "StringNode.h"
 #include "TextForms.h"
+#include "PortRouting.h"
 #include "ReadCycles.h"
 #include <GenApi/GenApiVersion.h>
 #include <GenApi/IPortConstruct.h>
@@ -82,8 +83,9 @@ CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring
                                           CLock* userLock) {
     CXmlIndex probe(xml);  // fails early, with a GenICam exception, on text that is not XML
     refuseReadCycles(probe);
+    const std::string tagged = tagPortAddresses(xml, routePorts(probe));
     ArvDevice* device = createPortDevice();
-    ArvGc* genicam = arv_gc_new(device, xml.data(), xml.size());
+    ArvGc* genicam = arv_gc_new(device, tagged.data(), tagged.size());
     if (!genicam) {
         g_object_unref(device);
         throw RUNTIME_EXCEPTION("The camera description could not be loaded");
@@ -114,6 +116,8 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
     linkNodes();
     linkSelectors();
     if (m_OwnsDevice) {
+        m_Routing = routePorts(*m_Index);
+        setTagShift(m_Device, m_Routing.shift);
         createCacheRules();
         setDeviceCache(m_Device, &m_Cache);
     }
@@ -280,6 +284,7 @@ void CNodeMapImpl::createCacheRules() {
         if (stride < 0)
             continue;
         const ECachingMode mode = owner->GetCachingMode();
+        address += m_Routing.offsetOf(d.value("pPort"));
         m_CacheRules[owner.get()] = m_Cache.addRule(SCacheRule{address, length, stride, mode});
     }
 }
@@ -503,7 +508,10 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
         return false;
     m_UserPorts[PortName.c_str()] = pPort;
     ++m_AccessGeneration;
-    if (m_UserPorts.size() == 1 || PortName == "Device")
+    const int tag = m_Routing.tagOf(PortName.c_str());
+    if (tag > 0)
+        setTaggedPort(m_Device, tag, pPort);
+    else if (m_UserPorts.size() == 1 || PortName == "Device" || m_Routing.tagged())
         setDevicePort(m_Device, pPort);
     if (IPortConstruct* construct = dynamic_cast<IPortConstruct*>(pPort)) {
         construct->SetPortImpl(dynamic_cast<IPort*>(target));

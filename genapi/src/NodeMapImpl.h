@@ -7,6 +7,7 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
+#include "PortRouting.h"
 #include "RegisterCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
@@ -79,6 +80,8 @@ public:
     // The user port connected for a port node, or null when the port is served by the Aravis device.
     GenApi::IPort* userPort(const std::string& portName) const;
     bool servedByDevice() const { return !m_OwnsDevice; }
+    // The address offset that routes transfers of a port's registers to that port.
+    int64_t portOffset(const std::string& portName) const { return m_Routing.offsetOf(portName); }
     const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
     const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
 
@@ -133,6 +136,7 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
+    SPortRouting m_Routing;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selected;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selecting;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;

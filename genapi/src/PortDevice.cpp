@@ -1,11 +1,15 @@
 // GObject subclass of ArvDevice that turns memory access into IPort::Read and IPort::Write calls.
 #include "PortDevice.h"
 #include <Base/GCException.h>
+#include <map>
 
 namespace {
 
 struct PortState {
     GenApi::IPort* port = nullptr;
+    // Ports of tagged addresses, by tag; the tag sits at bit `shift` and above (0: no tags).
+    std::map<int, GenApi::IPort*> tagged;
+    int shift = 0;
     GenApiEngine::CRegisterCache* cache = nullptr;
     std::exception_ptr lastError;
 };
@@ -30,17 +34,30 @@ PortState* stateOf(ArvDevice* device) {
     return GENAPI_ENGINE_PORT_DEVICE(device)->state;
 }
 
+// The port an address belongs to, with the address as that port knows it.
+GenApi::IPort* portOf(PortState* state, int64_t& address) {
+    if (state->shift == 0)
+        return state->port;
+    const int tag = static_cast<int>(static_cast<uint64_t>(address) >> state->shift);
+    if (tag == 0)
+        return state->port;
+    address &= (int64_t(1) << state->shift) - 1;
+    const auto found = state->tagged.find(tag);
+    return found == state->tagged.end() ? nullptr : found->second;
+}
+
 // Runs one transfer and turns an exception of the port into an Aravis error, keeping the exception.
 template <typename Transfer>
-gboolean transfer(ArvDevice* device, GError** error, Transfer call) {
+gboolean transfer(ArvDevice* device, int64_t address, GError** error, Transfer call) {
     PortState* state = stateOf(device);
     state->lastError = nullptr;
-    if (!state->port) {
+    GenApi::IPort* port = portOf(state, address);
+    if (!port) {
         g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_NOT_CONNECTED, "no port is connected");
         return FALSE;
     }
     try {
-        call(state->port);
+        call(port, address);
         return TRUE;
     } catch (const GenICam::GenericException& e) {
         state->lastError = std::current_exception();
@@ -55,10 +72,11 @@ gboolean transfer(ArvDevice* device, GError** error, Transfer call) {
 gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
     GenApiEngine::CRegisterCache* cache = stateOf(device)->cache;
     const int64_t start = static_cast<int64_t>(address);
-    if (cache && stateOf(device)->port && cache->read(start, size, buffer))
+    int64_t local = start;
+    if (cache && portOf(stateOf(device), local) && cache->read(start, size, buffer))
         return TRUE;
-    const gboolean done =
-        transfer(device, error, [&](GenApi::IPort* port) { port->Read(buffer, start, size); });
+    const gboolean done = transfer(
+        device, start, error, [&](GenApi::IPort* port, int64_t local) { port->Read(buffer, local, size); });
     if (done && cache)
         cache->afterRead(start, size, buffer);
     return done;
@@ -67,8 +85,8 @@ gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
 gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
     GenApiEngine::CRegisterCache* cache = stateOf(device)->cache;
     const int64_t start = static_cast<int64_t>(address);
-    const gboolean done =
-        transfer(device, error, [&](GenApi::IPort* port) { port->Write(buffer, start, size); });
+    const gboolean done = transfer(
+        device, start, error, [&](GenApi::IPort* port, int64_t local) { port->Write(buffer, local, size); });
     if (cache) {
         if (done)
             cache->afterWrite(start, size, buffer);
@@ -115,6 +133,14 @@ ArvDevice* createPortDevice() {
 
 void setDevicePort(ArvDevice* device, GenApi::IPort* port) {
     stateOf(device)->port = port;
+}
+
+void setTagShift(ArvDevice* device, int shift) {
+    stateOf(device)->shift = shift;
+}
+
+void setTaggedPort(ArvDevice* device, int tag, GenApi::IPort* port) {
+    stateOf(device)->tagged[tag] = port;
 }
 
 void setDeviceCache(ArvDevice* device, CRegisterCache* cache) {

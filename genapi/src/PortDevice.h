@@ -13,6 +13,10 @@ namespace GenApiEngine {
 ArvDevice* createPortDevice();
 // Connects (or, with null, disconnects) the port behind a device made by createPortDevice.
 void setDevicePort(ArvDevice* device, GenApi::IPort* port);
+// Addresses with bits at `shift` and above belong to the port of that tag (0: no tags).
+void setTagShift(ArvDevice* device, int shift);
+// Connects (or, with null, disconnects) the port that serves the addresses of a tag.
+void setTaggedPort(ArvDevice* device, int tag, GenApi::IPort* port);
 // Lets reads be served from, and transfers update, a register cache (null for none).
 void setDeviceCache(ArvDevice* device, CRegisterCache* cache);
 // True for devices made by createPortDevice.

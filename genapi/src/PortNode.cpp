@@ -35,7 +35,8 @@ void CPortNode::Read(void* pBuffer, int64_t Address, int64_t Length) {
         return;
     }
     arvCall("Read", [&](GError** e) {
-        return arv_device_read_memory(map().device(), static_cast<guint64>(Address),
+        return arv_device_read_memory(map().device(),
+                                      static_cast<guint64>(Address + map().portOffset(name())),
                                       static_cast<guint32>(Length), pBuffer, e);
     });
 }
@@ -52,7 +53,8 @@ void CPortNode::Write(const void* pBuffer, int64_t Address, int64_t Length) {
         }
     } else {
         arvCall("Write", [&](GError** e) {
-            return arv_device_write_memory(map().device(), static_cast<guint64>(Address),
+            return arv_device_write_memory(map().device(),
+                                           static_cast<guint64>(Address + map().portOffset(name())),
                                            static_cast<guint32>(Length), const_cast<void*>(pBuffer), e);
         });
     }

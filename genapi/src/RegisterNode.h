@@ -48,8 +48,9 @@ public:
 
     int64_t GetAddress(bool = false) override {
         CMapEntry entry(this->map());
-        return static_cast<int64_t>(this->arvCall(
+        const int64_t address = static_cast<int64_t>(this->arvCall(
             "GetAddress", [&](GError** e) { return arv_gc_register_get_address(reg("GetAddress"), e); }));
+        return address - this->map().portOffset(this->description().value("pPort"));
     }
 
 private:

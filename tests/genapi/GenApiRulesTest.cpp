@@ -213,3 +213,35 @@ TEST(DescriptionChecks, SchemaViolationsAreReportedWithTheirLines) {
     unknownVersion.replace(unknownVersion.find("SchemaMinorVersion=\"1\""), 22, "SchemaMinorVersion=\"7\"");
     EXPECT_THROW(GenApiEngine::validateDescription(unknownVersion), GenICam::RuntimeException);
 }
+
+TEST(PortRouting, EveryPortIsServedByTheUserPortConnectedToIt) {
+    // Registers at the same address behind three ports, one of them a chunk port.
+    std::string xml = description(R"(<Integer Name="Main"><pValue>MainReg</pValue></Integer>
+  <Integer Name="Chunk"><pValue>ChunkReg</pValue></Integer>
+  <Integer Name="Extra"><pValue>ExtraReg</pValue></Integer>
+  <IntReg Name="MainReg"><Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="ChunkReg"><Address>0x10</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>ChunkPort</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="ExtraReg"><Address>0x10</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>ExtraPort</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <Port Name="ChunkPort"><ChunkID>1234</ChunkID></Port>
+  <Port Name="ExtraPort"/>)");
+    CNodeMapRef map;
+    map._LoadXMLFromString(xml.c_str());
+    CWordPort device;
+    CWordPort chunk;
+    device.words[0x10] = 1;
+    chunk.words[0x10] = 2;
+    ASSERT_TRUE(map._Connect(&device, "Device"));
+    ASSERT_TRUE(map._Connect(&chunk, "ChunkPort"));
+
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Main"))->GetValue(), 1);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Chunk"))->GetValue(), 2);
+    EXPECT_EQ(CRegisterPtr(map._GetNode("ChunkReg"))->GetAddress(), 0x10);
+    // A port nobody connected is not implemented, and nothing reaches another port in its place.
+    EXPECT_EQ(map._GetNode("Extra")->GetAccessMode(), NI);
+    CWordPort extra;
+    ASSERT_TRUE(map._Connect(&extra, "ExtraPort"));
+    CIntegerPtr(map._GetNode("Extra"))->SetValue(7);
+    EXPECT_EQ(extra.words[0x10], 7u);
+    EXPECT_EQ(device.words[0x10], 1u);
+    EXPECT_EQ(chunk.words[0x10], 2u);
+}

@@ -1,0 +1,36 @@
+// Serving each port of a description by the user port connected to it, although Aravis sends every
+// register transfer to one device: registers of the second and further ports get a tag in high address
+// bits that the device decodes.
+#ifndef GENAPI_ENGINE_PORTROUTING_H
+#define GENAPI_ENGINE_PORTROUTING_H
+
+#include "XmlIndex.h"
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace GenApiEngine {
+
+struct SPortRouting {
+    // Tag 0 is the main port ("Device", or the first port); further ports count up in document order.
+    std::map<std::string, int> tags;
+    // Bit position of the tag: above every address the description writes; 0 when nothing is tagged.
+    int shift = 0;
+
+    int tagOf(const std::string& portName) const;
+    // The tag of a port as an address offset.
+    int64_t offsetOf(const std::string& portName) const;
+    bool tagged() const { return shift > 0; }
+};
+
+// Chooses tags for the ports of a description; leaves it untagged when it has one port, or when the tags
+// would not fit above its addresses.
+SPortRouting routePorts(const CXmlIndex& index);
+
+// The description as Aravis should see it: registers of tagged ports carry their tag as an extra Address,
+// and tagged ports lose their ChunkID and EventID, so that their transfers reach the device.
+std::string tagPortAddresses(const std::string& xml, const SPortRouting& routing);
+
+}  // namespace GenApiEngine
+
+#endif
