@@ -184,17 +184,17 @@ ENameSpace CNodeBase::GetNameSpace() const {
     return m_Description.nameSpace == "Standard" ? Standard : Custom;
 }
 
-// A category that states no visibility is as visible as its most visible feature.
+// A category is as visible as its most visible feature, whatever visibility it states itself; only a
+// category without features keeps its own.
 EVisibility CNodeBase::GetVisibility() const {
     EVisibility visibility = Beginner;
-    if (!EVisibilityClass::FromString(m_Description.value("Visibility").c_str(), &visibility) &&
-        m_PrincipalType == intfICategory) {
-        visibility = mostVisibleFeature();
-    }
+    EVisibilityClass::FromString(m_Description.value("Visibility").c_str(), &visibility);
+    if (m_PrincipalType == intfICategory)
+        visibility = mostVisibleFeature(visibility);
     return Combine(visibility, m_ImposedVisibility);
 }
 
-EVisibility CNodeBase::mostVisibleFeature() const {
+EVisibility CNodeBase::mostVisibleFeature(EVisibility fallback) const {
     CDepthGuard guard(m_AccessDepth);
     EVisibility visibility = Invisible;
     bool anyFeature = false;
@@ -205,7 +205,7 @@ EVisibility CNodeBase::mostVisibleFeature() const {
         anyFeature = true;
         visibility = std::min(visibility, feature->GetVisibility());
     }
-    return anyFeature ? visibility : Beginner;
+    return anyFeature ? visibility : fallback;
 }
 
 // GenApi cannot evaluate a formula that has named constants beside an enumeration variable: it fails

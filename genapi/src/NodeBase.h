@@ -141,7 +141,7 @@ protected:
 private:
     bool evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                        const char* method) const;
-    GenApi::EVisibility mostVisibleFeature() const;
+    GenApi::EVisibility mostVisibleFeature(GenApi::EVisibility fallback) const;
     bool usesUnsupportedFormula() const;
     GenApi::EAccessMode computeAccessMode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;

@@ -50,7 +50,7 @@ std::string intReg(const char* name, int address, const char* extra = "") {
 const std::string rulesNodes =
     R"(<Category Name="Root"><pFeature>Visible</pFeature><pFeature>Hidden</pFeature><pFeature>Absent</pFeature></Category>
   <Category Name="Visible"><DisplayName>Visible Things</DisplayName><pFeature>Flag</pFeature><pFeature>Mode</pFeature></Category>
-  <Category Name="Hidden"><pFeature>Secret</pFeature></Category>
+  <Category Name="Hidden"><Visibility>Beginner</Visibility><pFeature>Secret</pFeature></Category>
   <Category Name="Absent"><pFeature>Missing</pFeature></Category>
   <Boolean Name="Flag"><pValue>FlagReg</pValue><OnValue>3</OnValue><OffValue>2</OffValue></Boolean>
   <Enumeration Name="Mode">
@@ -142,7 +142,7 @@ TEST_F(GenApiRulesTest, AccessModesAndVisibilitiesDerivedFromOtherNodes) {
     // A category whose features are all not implemented is not implemented.
     EXPECT_EQ(node<INode>("Absent")->GetAccessMode(), NI);
     EXPECT_EQ(node<INode>("Visible")->GetAccessMode(), RO);
-    // A category without a visibility of its own is as visible as its most visible feature.
+    // A category is as visible as its most visible feature, whatever visibility it states itself.
     EXPECT_EQ(node<INode>("Hidden")->GetVisibility(), Invisible);
     EXPECT_EQ(node<INode>("Visible")->GetVisibility(), Beginner);
     EXPECT_EQ(node<INode>("Root")->GetVisibility(), Beginner);
