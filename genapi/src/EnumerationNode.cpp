@@ -2,6 +2,7 @@
 #include "EnumerationNode.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
+#include <GenApi/IInteger.h>
 #include <algorithm>
 #include <cinttypes>
 #include <cstdlib>
@@ -46,11 +47,15 @@ void CEnumerationNode::GetEntries(NodeList_t& Entries) {
         Entries.push_back(candidate);
 }
 
-int64_t CEnumerationNode::GetIntValue(bool, bool IgnoreCache) {
+// The value is the integer behind pValue, read through the engine so that integer converters keep
+// every bit.
+int64_t CEnumerationNode::GetIntValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetIntValue");
     raiseIfFormulaUnsupported("GetIntValue");
     dropCacheIf(IgnoreCache);
+    if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
+        return source->GetValue(Verify, IgnoreCache);
     return arvCall("GetIntValue", [&](GError** e) {
         return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
     });

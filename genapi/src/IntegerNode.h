@@ -19,6 +19,8 @@ public:
     void SetValue(int64_t Value, bool Verify = true) override;
     GenApi::IInteger& operator=(int64_t Value) override;
     int64_t GetValue(bool Verify = false, bool IgnoreCache = false) override;
+    // The value of an integer converter, from FormulaFrom over its pValue and variables.
+    int64_t convertedValue(bool Verify, bool IgnoreCache);
     int64_t operator()() override { return GetValue(); }
     int64_t operator*() override { return GetValue(); }
     int64_t GetMin() override;
