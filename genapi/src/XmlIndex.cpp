@@ -148,8 +148,6 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
     description.name = description.xmlName;
     if (description.tag == "EnumEntry")
         description.name = "EnumEntry_" + parent + "_" + description.xmlName;
-    description.properties = inherited;
-
     std::vector<xmlNode*> nested;
     for (xmlNode* child = node->children; child; child = child->next) {
         if (child->type != XML_ELEMENT_NODE)
@@ -162,6 +160,12 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
         if (property == "Extension")
             continue;
         description.properties.push_back(SProperty{property, textOf(child), attributesOf(child)});
+    }
+
+    // A struct entry's own elements override those of its StructReg (an entry's AccessMode, say).
+    for (const SProperty& shared : inherited) {
+        if (!description.has(shared.name))
+            description.properties.push_back(shared);
     }
 
     const size_t index = m_Nodes.size();
