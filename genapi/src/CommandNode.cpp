@@ -49,10 +49,11 @@ bool CCommandNode::IsDone(bool) {
     return done;
 }
 
-gcstring CCommandNode::ToString(bool Verify, bool) {
+// GenApi answers "0" for the text of any readable command, running or not; IsDone tells the state.
+gcstring CCommandNode::ToString(bool, bool) {
     CMapEntry entry(map());
     checkReadable("ToString");
-    return IsDone(Verify) ? "0" : "1";
+    return "0";
 }
 
 // Any text but "0" or "false" executes the command.

@@ -95,6 +95,15 @@ void CNodeBase::changed() {
     m_Map.noteChanged(this);
 }
 
+// GenApi reads pIsImplemented, pIsAvailable and pIsLocked as integers; one that names a node of another
+// kind (a boolean, say) is not consulted.
+bool CNodeBase::isCondition(const char* property) const {
+    if (!m_Description.has(property))
+        return false;
+    const CNodeBase* condition = pointee(property);
+    return !condition || condition->GetPrincipalInterfaceType() == intfIInteger;
+}
+
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
     if (const CNodeBase* condition = pointee(property))
@@ -153,11 +162,11 @@ EAccessMode CNodeBase::computeAccessMode() const {
     if (guard.tooDeep())
         return _CycleDetectAccesMode;
     if (feature()) {
-        if (m_Description.has("pIsImplemented") &&
+        if (isCondition("pIsImplemented") &&
             !evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode")) {
             return NI;
         }
-        if (m_Description.has("pIsAvailable") &&
+        if (isCondition("pIsAvailable") &&
             !evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode")) {
             return NA;
         }
@@ -167,7 +176,7 @@ EAccessMode CNodeBase::computeAccessMode() const {
     EAccessMode mode = naturalAccessMode();
     if (mode == NI || mode == NA || mode == _CycleDetectAccesMode)
         return mode;
-    if (IsWritable(mode) && m_Description.has("pIsLocked") &&
+    if (IsWritable(mode) && isCondition("pIsLocked") &&
         evaluatesTrue("pIsLocked", arv_gc_feature_node_is_locked, "GetAccessMode")) {
         mode = (mode == RW) ? RO : NA;
     }

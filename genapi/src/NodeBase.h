@@ -143,6 +143,7 @@ private:
                        const char* method) const;
     GenApi::EVisibility mostVisibleFeature(GenApi::EVisibility fallback) const;
     bool usesUnsupportedFormula() const;
+    bool isCondition(const char* property) const;
     GenApi::EAccessMode computeAccessMode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;
     static void callSafely(GenApi::CNodeCallback* callback, GenApi::ECallbackType type);

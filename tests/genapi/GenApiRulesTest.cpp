@@ -121,11 +121,13 @@ TEST_F(GenApiRulesTest, ValueTextsOfEveryKindOfNode) {
     EXPECT_THROW(node<IValue>("Mode")->ToString(), GenICam::InvalidArgumentException);
     EXPECT_EQ(node<IEnumeration>("Mode")->GetIntValue(), 11);
 
-    // A command shows whether it still runs.
+    // A command's text is "0", running or not; IsDone tells which.
     poke(12, 0);
     EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
+    EXPECT_TRUE(node<ICommand>("Start")->IsDone());
     poke(12, 1);
-    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "1");
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
+    EXPECT_FALSE(node<ICommand>("Start")->IsDone());
 
     // Floats keep the display precision, also for values outside the limits.
     poke(8, 123456);
