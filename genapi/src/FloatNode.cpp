@@ -1,5 +1,6 @@
 // IFloat over Aravis' float interface, with GenApi's checks, display forms and imposed limits.
 #include "FloatNode.h"
+#include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
 #include <GenApi/EnumClasses.h>
@@ -41,13 +42,27 @@ void CFloatNode::checkAvailable(const char* method) const {
         raise(EError::Access, method, "Node is not available.");
 }
 
+// Formulas and plain pValue links go through the engine, so that GenApi's formula rules apply all the
+// way down; everything else is Aravis' evaluation.
+double CFloatNode::computeValue(bool Verify, bool IgnoreCache) {
+    const SNodeDescription& node = description();
+    if (node.tag == "SwissKnife")
+        return CFormulaEvaluation(*this, "Formula", Verify, IgnoreCache).asFloat("GetValue");
+    if (node.tag == "Converter")
+        return CFormulaEvaluation(*this, "FormulaFrom", Verify, IgnoreCache).asFloat("GetValue");
+    if (node.tag == "Float" && !node.has("pIndex") && !node.has("pValueIndexed")) {
+        if (IFloat* floating = dynamic_cast<IFloat*>(pointee("pValue")))
+            return floating->GetValue(Verify, IgnoreCache);
+    }
+    return arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });
+}
+
 double CFloatNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
-    const double value =
-        arvCall("GetValue", [&](GError** e) { return arv_gc_float_get_value(floating("GetValue"), e); });
+    const double value = computeValue(Verify, IgnoreCache);
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value %f is out of range.", value));
     }
@@ -80,6 +95,8 @@ IFloat& CFloatNode::operator=(double Value) {
 double CFloatNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
+    if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMin")))
+        return std::max(limit->GetValue(), m_ImposedMin);
     const double minimum =
         limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
                         [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
@@ -89,6 +106,8 @@ double CFloatNode::GetMin() {
 double CFloatNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
+    if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMax")))
+        return std::min(limit->GetValue(), m_ImposedMax);
     const double maximum =
         limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),
                         [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });

@@ -13,6 +13,8 @@ public:
 
     // IValue
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
+    // The value before the range check.
+    double computeValue(bool Verify, bool IgnoreCache);
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
 
     // IFloat

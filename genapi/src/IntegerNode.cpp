@@ -1,9 +1,9 @@
 // IInteger over Aravis' integer interface, with GenApi's checks, limits and text forms.
 #include "IntegerNode.h"
+#include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
 #include <GenApi/EnumClasses.h>
-#include <GenApi/IFloat.h>
 #include <algorithm>
 #include <memory>
 #include <cinttypes>
@@ -67,27 +67,9 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
 }
 
 // GenApi evaluates an integer converter in 64-bit integers; Aravis passes it through a double, which
-// loses the low bits of large values, so the converter is evaluated here with integer variables.
+// loses the low bits of large values.
 int64_t CIntegerNode::convertedValue(bool Verify, bool IgnoreCache) {
-    std::unique_ptr<ArvEvaluator, void (*)(gpointer)> evaluator(
-        arv_evaluator_new(description().value("FormulaFrom").c_str()), g_object_unref);
-    auto setVariable = [&](const std::string& name, CNodeBase* source) {
-        if (IInteger* integer = dynamic_cast<IInteger*>(source))
-            arv_evaluator_set_int64_variable(evaluator.get(), name.c_str(), integer->GetValue(Verify, IgnoreCache));
-        else if (IFloat* floating = dynamic_cast<IFloat*>(source))
-            arv_evaluator_set_double_variable(evaluator.get(), name.c_str(), floating->GetValue(Verify, IgnoreCache));
-    };
-    for (const SProperty& property : description().properties) {
-        const std::string name = property.attribute.compare(0, 5, "Name=") == 0 ? property.attribute.substr(5) : "";
-        if (property.name == "pVariable")
-            setVariable(name, map().node(property.value));
-        else if (property.name == "Constant")
-            arv_evaluator_set_constant(evaluator.get(), name.c_str(), property.value.c_str());
-        else if (property.name == "Expression")
-            arv_evaluator_set_sub_expression(evaluator.get(), name.c_str(), property.value.c_str());
-    }
-    setVariable("TO", pointee("pValue"));
-    return arvCall("GetValue", [&](GError** e) { return arv_evaluator_evaluate_as_int64(evaluator.get(), e); });
+    return CFormulaEvaluation(*this, "FormulaFrom", Verify, IgnoreCache).asInteger("GetValue");
 }
 
 int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
@@ -95,10 +77,11 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
-    const int64_t value =
-        description().tag == "IntConverter"
-            ? convertedValue(Verify, IgnoreCache)
-            : arvCall("GetValue", [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
+    const int64_t value = description().tag == "IntConverter"
+                              ? convertedValue(Verify, IgnoreCache)
+                              : arvCall("GetValue", [&](GError** e) {
+                                    return arv_gc_integer_get_value(integer("GetValue"), e);
+                                });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value = %" PRId64 " is out of range.", value));
     }

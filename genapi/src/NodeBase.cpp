@@ -6,6 +6,8 @@
 #include <GenApi/IValue.h>
 #include <algorithm>
 #include <cstdlib>
+#include <map>
+#include <cstdlib>
 #include <set>
 
 using namespace GENAPI_NAMESPACE;

@@ -83,6 +83,11 @@ public:
     void fireCallbacksOutsideLock();
     // Marks the feature reachable from the category "Root".
     void setIsFeature() { m_IsFeature = true; }
+    // Raise on behalf of a helper that serves this node (formula evaluation).
+    [[noreturn]] void raiseError(EError kind, const char* method, const std::string& problem) const {
+        raise(kind, method, problem);
+    }
+    [[noreturn]] void raiseFromAravis(GError* error, const char* method) const { raise(error, method); }
     // Forgets the cached access mode, because something it depends on changed.
     void dropAccessCache() const;
 

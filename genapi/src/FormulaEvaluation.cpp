@@ -1,0 +1,90 @@
+// Variables through the engine's typed interfaces, then Aravis' evaluator and GenApi's infinity check.
+#include "FormulaEvaluation.h"
+#include "FormulaCheck.h"
+#include "NodeMapImpl.h"
+#include <GenApi/IBoolean.h>
+#include <GenApi/IEnumeration.h>
+#include <GenApi/IFloat.h>
+#include <GenApi/IInteger.h>
+#include <cmath>
+#include <cstdlib>
+
+using namespace GENAPI_NAMESPACE;
+
+namespace GenApiEngine {
+namespace {
+
+// The name a pVariable, Constant or Expression element gives in its Name attribute.
+std::string nameAttribute(const SProperty& property) {
+    return property.attribute.compare(0, 5, "Name=") == 0 ? property.attribute.substr(5) : std::string();
+}
+
+}  // namespace
+
+CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* property, bool verify,
+                                       bool ignoreCache)
+    : m_Node(node),
+      m_Formula(node.description().value(property)),
+      m_Verify(verify),
+      m_IgnoreCache(ignoreCache),
+      m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
+    for (const SProperty& element : node.description().properties) {
+        const std::string name = nameAttribute(element);
+        if (element.name == "pVariable") {
+            setVariable(name, node.map().node(element.value));
+        } else if (element.name == "Constant") {
+            arv_evaluator_set_constant(m_Evaluator, name.c_str(), element.value.c_str());
+            m_Values[name] = std::strtod(element.value.c_str(), nullptr);
+        } else if (element.name == "Expression") {
+            arv_evaluator_set_sub_expression(m_Evaluator, name.c_str(), element.value.c_str());
+            m_Expressions[name] = element.value;
+        }
+    }
+    if (std::string(property) == "FormulaFrom")
+        setVariable("TO", node.map().node(node.description().value("pValue")));
+}
+
+CFormulaEvaluation::~CFormulaEvaluation() {
+    g_object_unref(m_Evaluator);
+}
+
+void CFormulaEvaluation::setVariable(const std::string& name, CNodeBase* source) {
+    int64_t integer = 0;
+    if (IInteger* value = dynamic_cast<IInteger*>(source)) {
+        integer = value->GetValue(m_Verify, m_IgnoreCache);
+    } else if (IFloat* floating = dynamic_cast<IFloat*>(source)) {
+        const double number = floating->GetValue(m_Verify, m_IgnoreCache);
+        arv_evaluator_set_double_variable(m_Evaluator, name.c_str(), number);
+        m_Values[name] = number;
+        return;
+    } else if (IEnumeration* enumeration = dynamic_cast<IEnumeration*>(source)) {
+        integer = enumeration->GetIntValue(m_Verify, m_IgnoreCache);
+    } else if (IBoolean* boolean = dynamic_cast<IBoolean*>(source)) {
+        integer = boolean->GetValue(m_Verify, m_IgnoreCache) ? 1 : 0;
+    }
+    arv_evaluator_set_int64_variable(m_Evaluator, name.c_str(), integer);
+    m_Values[name] = static_cast<double>(integer);
+}
+
+int64_t CFormulaEvaluation::asInteger(const char* method) const {
+    GError* error = nullptr;
+    const int64_t value = arv_evaluator_evaluate_as_int64(m_Evaluator, &error);
+    if (error)
+        m_Node.raiseFromAravis(error, method);
+    return value;
+}
+
+double CFormulaEvaluation::asFloat(const char* method) const {
+    if (formulaIsInfinite(m_Formula, m_Values, m_Expressions)) {
+        m_Node.raiseError(
+            EError::LogicalError, method,
+            "Failed to evaluate formula '" + m_Formula + "' : error message is '#Infinity somewhere!'");
+    }
+    GError* error = nullptr;
+    const double value = arv_evaluator_evaluate_as_double(m_Evaluator, &error);
+    if (error)
+        m_Node.raiseFromAravis(error, method);
+    return value;
+}
+
+}  // namespace GenApiEngine
