@@ -280,10 +280,11 @@ private:
 
 }  // namespace
 
-bool formulaIsInfinite(const std::string& formula, const std::map<std::string, double>& variables,
-                       const std::map<std::string, std::string>& expressions) {
+bool evaluateFloatFormula(const std::string& formula, const std::map<std::string, double>& variables,
+                          const std::map<std::string, std::string>& expressions, double& result) {
     try {
-        return std::isinf(CFormulaChecker(formula, variables, expressions, 0).run());
+        result = CFormulaChecker(formula, variables, expressions, 0).run();
+        return true;
     } catch (const SUnreadable&) {
         return false;
     }

@@ -1,5 +1,5 @@
-// GenApi's check of float formulas: a formula whose result is infinite (a division by zero, an overflow)
-// fails with "#Infinity somewhere!", where Aravis answers a number.
+// Float formulas evaluated in doubles as GenApi evaluates them: a division by zero inside gives an
+// infinity that may still end in a finite result (3 / 2**(1/0) is 0), where Aravis' evaluator fails.
 #ifndef GENAPI_ENGINE_FORMULACHECK_H
 #define GENAPI_ENGINE_FORMULACHECK_H
 
@@ -9,10 +9,10 @@
 namespace GenApiEngine {
 
 // Evaluates a GenICam formula in doubles with the given variables (constants included, by name) and
-// expressions, and tells whether the result is infinite. A formula it cannot read (an unknown name or
-// function) is not judged: the answer is false.
-bool formulaIsInfinite(const std::string& formula, const std::map<std::string, double>& variables,
-                       const std::map<std::string, std::string>& expressions = {});
+// expressions. False, with the result untouched, for a formula it cannot read (an unknown name or
+// function); the caller then evaluates it another way.
+bool evaluateFloatFormula(const std::string& formula, const std::map<std::string, double>& variables,
+                          const std::map<std::string, std::string>& expressions, double& result);
 
 }  // namespace GenApiEngine
 

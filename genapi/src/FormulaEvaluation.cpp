@@ -75,15 +75,18 @@ int64_t CFormulaEvaluation::asInteger(const char* method) const {
 }
 
 double CFormulaEvaluation::asFloat(const char* method) const {
-    if (formulaIsInfinite(m_Formula, m_Values, m_Expressions)) {
+    double value = 0;
+    if (!evaluateFloatFormula(m_Formula, m_Values, m_Expressions, value)) {
+        GError* error = nullptr;
+        value = arv_evaluator_evaluate_as_double(m_Evaluator, &error);
+        if (error)
+            m_Node.raiseFromAravis(error, method);
+    }
+    if (std::isinf(value)) {
         m_Node.raiseError(
             EError::LogicalError, method,
             "Failed to evaluate formula '" + m_Formula + "' : error message is '#Infinity somewhere!'");
     }
-    GError* error = nullptr;
-    const double value = arv_evaluator_evaluate_as_double(m_Evaluator, &error);
-    if (error)
-        m_Node.raiseFromAravis(error, method);
     return value;
 }
 

@@ -1,6 +1,8 @@
-// Pieces of the engine with rules of their own: text forms and the register cache.
+// Pieces of the engine with rules of their own: text forms, the register cache and float formulas.
+#include <FormulaCheck.h>
 #include <RegisterCache.h>
 #include <TextForms.h>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace GenApiEngine;
@@ -99,4 +101,35 @@ TEST(RegisterCache, KeepsWhatTheDescriptionAllows) {
     cache.afterRead(0x108, 4, &value);
     cache.clear();
     EXPECT_FALSE(cache.isValid(0x108, 4));
+}
+
+TEST(FloatFormulas, EvaluateWithGenICamPrecedenceAndReportWhatTheyCannotRead) {
+    const std::map<std::string, double> variables = {{"A", 3}, {"B", 0}, {"W", 640}};
+    const std::map<std::string, std::string> expressions = {{"HALF", "W/2"}};
+    auto value = [&](const std::string& formula) {
+        double result = -12345;
+        EXPECT_TRUE(GenApiEngine::evaluateFloatFormula(formula, variables, expressions, result)) << formula;
+        return result;
+    };
+    EXPECT_EQ(value("1+2*3"), 7);
+    EXPECT_EQ(value("2**3**2"), 512);  // right-associative
+    EXPECT_EQ(value("(1<2) ? 5 : 6"), 5);
+    EXPECT_EQ(value("0x10|1"), 17);
+    EXPECT_EQ(value("(6&3)^1"), 3);
+    EXPECT_EQ(value("10%3"), 1);
+    EXPECT_EQ(value("1<<4>>2"), 4);
+    EXPECT_EQ(value("3>=3 && 2<1"), 0);
+    EXPECT_EQ(value("1<>2 || 0"), 1);
+    EXPECT_EQ(value("A=3"), 1);
+    EXPECT_DOUBLE_EQ(value("ROUND(2.345, 1)"), 2.3);
+    EXPECT_DOUBLE_EQ(value("SQRT(ABS(-16)) + TRUNC(2.7)"), 6);
+    EXPECT_EQ(value("HALF + 1"), 321);
+    EXPECT_TRUE(std::isinf(value("A/B")));
+    EXPECT_EQ(value("A/(2**(1/B))"), 0);
+
+    double untouched = 7;
+    EXPECT_FALSE(GenApiEngine::evaluateFloatFormula("UNKNOWN + 1", variables, expressions, untouched));
+    EXPECT_FALSE(GenApiEngine::evaluateFloatFormula("FOO(1)", variables, expressions, untouched));
+    EXPECT_FALSE(GenApiEngine::evaluateFloatFormula("(1 + 2", variables, expressions, untouched));
+    EXPECT_EQ(untouched, 7);
 }

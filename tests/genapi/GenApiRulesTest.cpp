@@ -11,19 +11,24 @@ using GenICam::gcstring;
 
 namespace {
 
-// A register space of 32-bit little-endian words that a test fills.
+// A register space of 32-bit little-endian words that a test fills; longer transfers span several words.
 class CWordPort : public CPortImpl {
 public:
     EAccessMode GetAccessMode() const override { return RW; }
     void Read(void* buffer, int64_t address, int64_t length) override {
-        std::memset(buffer, 0, static_cast<size_t>(length));
-        const uint32_t word = words[address];
-        std::memcpy(buffer, &word, std::min<size_t>(sizeof word, static_cast<size_t>(length)));
+        uint8_t* bytes = static_cast<uint8_t*>(buffer);
+        for (int64_t offset = 0; offset < length; offset += 4) {
+            const uint32_t word = words[address + offset];
+            std::memcpy(bytes + offset, &word, std::min<size_t>(4, static_cast<size_t>(length - offset)));
+        }
     }
     void Write(const void* buffer, int64_t address, int64_t length) override {
-        uint32_t word = 0;
-        std::memcpy(&word, buffer, std::min<size_t>(sizeof word, static_cast<size_t>(length)));
-        words[address] = word;
+        const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
+        for (int64_t offset = 0; offset < length; offset += 4) {
+            uint32_t word = 0;
+            std::memcpy(&word, bytes + offset, std::min<size_t>(4, static_cast<size_t>(length - offset)));
+            words[address + offset] = word;
+        }
     }
     std::map<int64_t, uint32_t> words;
 };
@@ -246,4 +251,60 @@ TEST(PortRouting, EveryPortIsServedByTheUserPortConnectedToIt) {
     EXPECT_EQ(extra.words[0x10], 7u);
     EXPECT_EQ(device.words[0x10], 1u);
     EXPECT_EQ(chunk.words[0x10], 2u);
+}
+
+TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
+    const std::string xml = description(
+        R"(<IntConverter Name="Wide"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO + 1</FormulaFrom><pValue>WideReg</pValue><Slope>Increasing</Slope></IntConverter>
+  <Enumeration Name="Picked"><EnumEntry Name="Big"><Value>4611686018427387905</Value></EnumEntry><pValue>Wide</pValue></Enumeration>
+  <SwissKnife Name="Ratio"><pVariable Name="A">Numerator</pVariable><pVariable Name="B">Denominator</pVariable><Formula>A/B</Formula></SwissKnife>
+  <SwissKnife Name="Shrunk"><pVariable Name="A">Numerator</pVariable><pVariable Name="B">Denominator</pVariable><Formula>A/(2**(1/B))</Formula></SwissKnife>
+  <Float Name="Limited"><pValue>Ratio</pValue><pMin>Ratio</pMin><Max>10</Max></Float>
+  <Integer Name="Numerator"><Value>3</Value></Integer>
+  <Integer Name="Denominator"><Value>0</Value></Integer>
+  <IntReg Name="WideReg"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
+    CNodeMapRef map;
+    map._LoadXMLFromString(xml.c_str());
+    CWordPort port;
+    map._Connect(&port, "Device");
+    // 2^62: a double cannot hold 2^62 + 1.
+    port.words[0] = 0;
+    port.words[4] = 0x40000000;
+    map._InvalidateNodes();
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Wide"))->GetValue(), (int64_t(1) << 62) + 1);
+    EXPECT_STREQ(CEnumerationPtr(map._GetNode("Picked"))->ToString().c_str(), "Big");
+
+    // 3/0 is infinite: the formula fails, and so do the features reading it as value or limit.
+    EXPECT_NE(descriptionOf<GenICam::LogicalErrorException>([&] {
+                  CFloatPtr(map._GetNode("Ratio"))->GetValue();
+              }).find("#Infinity somewhere!"),
+              std::string::npos);
+    EXPECT_THROW(CFloatPtr(map._GetNode("Limited"))->GetValue(), GenICam::LogicalErrorException);
+    EXPECT_THROW(CFloatPtr(map._GetNode("Limited"))->GetMin(), GenICam::LogicalErrorException);
+    // Only the result counts: 3 / 2**(1/0) is 3 / infinity, which is 0.
+    EXPECT_EQ(CFloatPtr(map._GetNode("Shrunk"))->GetValue(), 0.0);
+    CIntegerPtr(map._GetNode("Denominator"))->SetValue(4);
+    EXPECT_DOUBLE_EQ(CFloatPtr(map._GetNode("Ratio"))->GetValue(), 0.75);
+    EXPECT_DOUBLE_EQ(CFloatPtr(map._GetNode("Limited"))->GetMin(), 0.75);
+}
+
+TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
+    const std::string xml = description(
+        R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
+    <StructEntry Name="Switch"><AccessMode>RW</AccessMode><Bit>0</Bit></StructEntry>
+    <StructEntry Name="Status"><Bit>1</Bit></StructEntry>
+  </StructReg>
+  <Boolean Name="Hidden"><Value>0</Value><OnValue>1</OnValue><OffValue>0</OffValue></Boolean>
+  <Integer Name="Guarded"><pIsAvailable>Hidden</pIsAvailable><Value>5</Value></Integer>
+  <Integer Name="Zero"><Value>0</Value></Integer>
+  <Integer Name="Unavailable"><pIsAvailable>Zero</pIsAvailable><Value>5</Value></Integer>)");
+    CNodeMapRef map;
+    map._LoadXMLFromString(xml.c_str());
+    CWordPort port;
+    map._Connect(&port, "Device");
+    EXPECT_EQ(map._GetNode("Switch")->GetAccessMode(), RW);
+    EXPECT_EQ(map._GetNode("Status")->GetAccessMode(), RO);
+    // A boolean named as a condition is not consulted; an integer is.
+    EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), RW);
+    EXPECT_EQ(map._GetNode("Unavailable")->GetAccessMode(), NA);
 }
