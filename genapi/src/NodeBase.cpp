@@ -330,6 +330,9 @@ void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
             GetParents(Children);
             return;
         case ctReadingChildren:
+            // A category reads its features, in the order it lists them.
+            for (const std::string& featureName : m_Description.values("pFeature"))
+                appendUnique(Children, seen, m_Map.node(featureName));
             for (CNodeBase* child : m_Map.references(this))
                 appendUnique(Children, seen, child);
             return;
