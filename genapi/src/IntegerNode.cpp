@@ -58,7 +58,9 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
         raise(EError::OutOfRange, method,
               formatText("Value = %" PRId64 " is not in the set of valid values.", value));
     }
-    if (valid.empty() && (value - minimum) % increment != 0) {
+    // value >= minimum here, so the distance fits an unsigned 64-bit number even for the widest limits.
+    const uint64_t distance = static_cast<uint64_t>(value) - static_cast<uint64_t>(minimum);
+    if (valid.empty() && distance % static_cast<uint64_t>(increment) != 0) {
         raise(EError::OutOfRange, method,
               formatText("The difference between Value = %" PRId64 " and Min = %" PRId64
                          " must be dividable without rest by Inc = %" PRId64 ".",
