@@ -111,6 +111,7 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
       m_OwnsDevice(ownsDevice),
       m_Index(new CXmlIndex(xml)),
       m_DeviceName(deviceName),
+      m_Xml(xml),
       m_Lock(userLock ? userLock : &m_OwnLock) {
     createNodes();
     linkNodes();

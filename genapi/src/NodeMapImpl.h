@@ -73,6 +73,8 @@ public:
     ArvDevice* device() const { return m_Device; }
     ArvGc* genicam() const { return m_Genicam; }
     const CXmlIndex& index() const { return *m_Index; }
+    // The description text the map was made from.
+    const std::string& xml() const { return m_Xml; }
     // The features a selector selects: its pSelected nodes, then the nodes whose pValue is one of them.
     const std::vector<CNodeBase*>& selectedBy(const CNodeBase* selector) const;
     // The selectors whose selected features include the node, in description order.
@@ -127,6 +129,7 @@ private:
     bool m_OwnsDevice;
     std::unique_ptr<CXmlIndex> m_Index;
     GenICam::gcstring m_DeviceName;
+    std::string m_Xml;
     mutable GenApi::CLock m_OwnLock;
     GenApi::CLock* m_Lock;
     GenApi::UserData_t m_UserData = nullptr;

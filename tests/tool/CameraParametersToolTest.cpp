@@ -5,6 +5,9 @@
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QCoreApplication>
+#include <QStandardPaths>
+#include <QThread>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -128,4 +131,112 @@ TEST(CameraParametersTool, ValidatesDescriptionsAgainstTheirSchema) {
     EXPECT_TRUE(run.err.contains("Cannot read"));
     run = runTool({"validate"});
     EXPECT_EQ(run.exitCode, 2);
+}
+
+TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
+    SRun run = runTool({"tree"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.startsWith("Root\n  DeviceControl\n"));
+    EXPECT_TRUE(run.out.contains(QRegExp("\n    Width +Integer +RW +640\n")));
+    EXPECT_FALSE(run.out.contains("WidthReg"));
+    run = runTool({"tree", "ImageFormatControl", "--visibility", "Beginner"});
+    EXPECT_TRUE(run.out.startsWith("ImageFormatControl\n"));
+    EXPECT_FALSE(run.out.contains("PayloadSize"));  // an Expert feature
+    run = runTool({"--json", "tree"});
+    const QJsonObject tree = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    EXPECT_EQ(tree["identifier"].toString(), "Root");
+    EXPECT_FALSE(tree["children"].toArray().isEmpty());
+    run = runTool({"tree", "NoSuchCategory"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(run.err.contains("NoSuchCategory"));
+
+    run = runTool({"--json", "describe", "Width"});
+    const QJsonObject width = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    EXPECT_EQ(width["max"].toDouble(), 2048);
+    EXPECT_EQ(width["increment"].toDouble(), 16);
+    EXPECT_EQ(width["unit"].toString(), "px");
+    EXPECT_EQ(width["access"].toString(), "RW");
+    run = runTool({"--json", "describe", "GainSelector"});
+    const QJsonObject selector = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    EXPECT_EQ(selector["selectedFeatures"].toArray().size(), 2);
+    EXPECT_FALSE(selector["entries"].toArray().isEmpty());
+    run = runTool({"describe", "NoSuchFeature"});
+    EXPECT_EQ(run.exitCode, 3);
+
+    run = runTool({"genicam"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.contains("ModelName=\"SimCam1\""));
+    run = runTool({"genicam", "--device", "nowhere"});
+    EXPECT_EQ(run.exitCode, 2);
+
+    run = runTool({"execute", "TimestampLatch"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("@CameraDevice/TimestampLatch done"));
+    run = runTool({"execute", "Width"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.contains("is no command"));
+    run = runTool({"execute"});
+    EXPECT_EQ(run.exitCode, 2);
+
+    for (const char* help : {"-h", "help", "--help"}) {
+        run = runTool({help});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_TRUE(run.out.startsWith("Usage: camera-parameters")) << help;
+    }
+}
+
+namespace {
+
+// Runs tmux with the given arguments and answers what it printed.
+QString tmux(const QStringList& arguments) {
+    QProcess process;
+    process.start("tmux", arguments);
+    process.waitForFinished(10000);
+    return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
+}
+
+// Waits until the pane shows the text, or a few seconds pass.
+bool paneShows(const QString& session, const QString& text) {
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        if (tmux({"capture-pane", "-t", session, "-p"}).contains(text))
+            return true;
+        QThread::msleep(50);
+    }
+    return false;
+}
+
+}  // namespace
+
+TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
+    if (QStandardPaths::findExecutable("tmux").isEmpty())
+        GTEST_SKIP() << "tmux is not installed";
+    const QString session = QString("camera-parameters-test-%1").arg(QCoreApplication::applicationPid());
+    tmux({"new-session", "-d", "-s", session, "-x", "160", "-y", "40",
+          QString(CAMERA_PARAMETERS_TOOL) + " shell"});
+    ASSERT_TRUE(paneShows(session, "camera-parameters>"))
+        << tmux({"capture-pane", "-t", session, "-p"}).toStdString();
+    tmux({"send-keys", "-t", session, "set Width 1024", "Enter"});
+    ASSERT_TRUE(paneShows(session, "1024 px"));
+    // Completion of a feature name, then the value written before, still there.
+    tmux({"send-keys", "-t", session, "get OffsetY"});
+    tmux({"send-keys", "-t", session, "-l", " "});
+    tmux({"send-keys", "-t", session, "Wid", "Tab"});
+    EXPECT_TRUE(paneShows(session, "get OffsetY Width"))
+        << tmux({"capture-pane", "-t", session, "-p"}).toStdString();
+    tmux({"send-keys", "-t", session, "Enter"});
+    EXPECT_TRUE(paneShows(session, "@CameraDevice/Width"));
+    tmux({"send-keys", "-t", session, "frobnicate", "Enter"});
+    EXPECT_TRUE(paneShows(session, "Unknown command 'frobnicate'."));
+    tmux({"send-keys", "-t", session, "quit", "Enter"});
+    bool ended = false;
+    for (int attempt = 0; attempt < 100 && !ended; ++attempt) {
+        QProcess probe;
+        probe.start("tmux", {"has-session", "-t", session});
+        probe.waitForFinished(5000);
+        ended = probe.exitCode() != 0;
+        if (!ended)
+            QThread::msleep(50);
+    }
+    EXPECT_TRUE(ended) << "the shell did not end on quit";
+    tmux({"kill-session", "-t", session});
 }

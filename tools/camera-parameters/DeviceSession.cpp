@@ -29,6 +29,7 @@ CDeviceSession::CDeviceSession(const QString& device)
         m_Collection->announceNodeMap(name);
     }
     m_Collection->attachNodeMap(ParameterPath::CameraDevice, nodeMap);
+    m_NodeMap = nodeMap;
     m_State->setState(ObjectState_Open);
 }
 

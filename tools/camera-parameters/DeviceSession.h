@@ -19,10 +19,13 @@ public:
     ~CDeviceSession();
 
     ParameterCollection::CParameterCollection& collection() { return *m_Collection; }
+    // The camera device's node map, for what the collection does not show (the category tree, the XML).
+    GenApi::INodeMap* nodeMap() const { return m_NodeMap; }
 
 private:
     std::unique_ptr<SimCamera::CSimulatedDevice> m_Simulated;
     GenApi::CNodeMapRef m_AravisMap;
+    GenApi::INodeMap* m_NodeMap = nullptr;
     QSharedPointer<ParameterCollection::CObjectState> m_State;
     QScopedPointer<ParameterCollection::CParameterCollection> m_Collection;
 };

@@ -1,5 +1,6 @@
 // The commands of camera-parameters on the public interface of the collection.
 #include "ParameterTool.h"
+#include "FeatureInspector.h"
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -19,9 +20,14 @@ QJsonArray toJson(const QList<QString>& names) {
 
 }  // namespace
 
-CParameterTool::CParameterTool(CParameterCollection& collection, const CToolOptions& options,
-                               QTextStream& out, QTextStream& err)
-    : m_Collection(collection), m_Options(options), m_Out(out), m_Err(err), m_Printer(out, options.json) {}
+CParameterTool::CParameterTool(CParameterCollection& collection, GenApi::INodeMap* nodeMap,
+                               const CToolOptions& options, QTextStream& out, QTextStream& err)
+    : m_Collection(collection),
+      m_NodeMap(nodeMap),
+      m_Options(options),
+      m_Out(out),
+      m_Err(err),
+      m_Printer(out, options.json) {}
 
 int CParameterTool::run() {
     const QString& command = m_Options.command;
@@ -37,6 +43,15 @@ int CParameterTool::run() {
         return relations();
     if (command == "dump")
         return dump();
+    CFeatureInspector inspector(m_Collection, m_NodeMap, m_Out, m_Err, m_Options.json, m_Options.visibility);
+    if (command == "tree")
+        return inspector.tree(m_Options.arguments.value(0));
+    if (command == "describe")
+        return inspector.describe(m_Options.arguments.at(0));
+    if (command == "genicam")
+        return inspector.genicam();
+    if (command == "execute")
+        return inspector.execute(m_Options.arguments.at(0), m_Options.seconds);
     return WrongUsage;
 }
 

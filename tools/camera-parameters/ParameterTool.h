@@ -4,6 +4,7 @@
 
 #include "ParameterPrinter.h"
 #include "ToolOptions.h"
+#include <GenApi/INodeMap.h>
 #include <QTextStream>
 #include <parametercollection/ParameterCollection.h>
 
@@ -19,8 +20,8 @@ public:
         DeviceNotFound = 6
     };
 
-    CParameterTool(ParameterCollection::CParameterCollection& collection, const CToolOptions& options,
-                   QTextStream& out, QTextStream& err);
+    CParameterTool(ParameterCollection::CParameterCollection& collection, GenApi::INodeMap* nodeMap,
+                   const CToolOptions& options, QTextStream& out, QTextStream& err);
     int run();
 
 private:
@@ -35,6 +36,7 @@ private:
     bool listed(ParameterCollection::IParameter& parameter);
 
     ParameterCollection::CParameterCollection& m_Collection;
+    GenApi::INodeMap* m_NodeMap;
     const CToolOptions& m_Options;
     QTextStream& m_Out;
     QTextStream& m_Err;

@@ -3,7 +3,8 @@
 
 namespace {
 
-const QStringList commands = {"list", "get", "set", "watch", "relations", "dump", "devices", "validate"};
+const QStringList commands = {"list",     "get",  "set",      "watch",   "relations", "dump",  "devices",
+                              "validate", "tree", "describe", "genicam", "execute",   "shell", "help"};
 const QStringList visibilities = {"Beginner", "Expert", "Guru", "Invisible"};
 
 }  // namespace
@@ -12,7 +13,7 @@ CToolOptions::CToolOptions(const QStringList& all) {
     bool commandSeen = false;
     for (int index = 0; index < all.size() && m_Error.isEmpty(); ++index) {
         const QString& argument = all.at(index);
-        if (argument.startsWith("--")) {
+        if (argument.startsWith("--") || argument == "-h") {
             if (!takeOption(all, index))
                 return;
         } else if (!commandSeen) {
@@ -33,7 +34,7 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
         json = true;
     } else if (option == "--all") {
         allNodes = true;
-    } else if (option == "--help") {
+    } else if (option == "--help" || option == "-h") {
         help = true;
     } else if (option == "--device" && hasValue) {
         device = all.at(++index);
@@ -60,6 +61,8 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
 }
 
 void CToolOptions::checkArguments() {
+    if (command == "help")
+        help = true;
     if (help)
         return;
     if (!commands.contains(command)) {
@@ -72,6 +75,10 @@ void CToolOptions::checkArguments() {
         m_Error = "relations needs one parameter name.";
     } else if (command == "validate" && arguments.size() != 1) {
         m_Error = "validate needs one camera description file.";
+    } else if ((command == "describe" || command == "execute") && arguments.size() != 1) {
+        m_Error = command + " needs one parameter name.";
+    } else if (command == "tree" && arguments.size() > 1) {
+        m_Error = "tree takes at most one category or feature name.";
     }
 }
 
@@ -87,6 +94,14 @@ QString CToolOptions::usage() {
            "                                                   features, and the category path\n"
            "  dump                                             every parameter as one JSON object a line\n"
            "  devices                                          the devices Aravis finds\n"
+           "  tree [NAME] [--visibility V]                     the category tree with types, access and\n"
+           "                                                   values (--json: the tree as JSON)\n"
+           "  describe NAME                                    texts, type, access, limits, entries,\n"
+           "                                                   selectors and alias of one feature\n"
+           "  execute NAME [--seconds S]                       execute a command and wait until done\n"
+           "  genicam                                          the device's camera description (XML)\n"
+           "  shell                                            read commands from the terminal until quit\n"
+           "  help, -h, --help                                 this text\n"
            "  validate FILE                                    check a camera description against its\n"
            "                                                   GenICam schema and load it (no device)\n"
            "\n"

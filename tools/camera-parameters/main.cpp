@@ -2,6 +2,7 @@
 // The default device is the simulated camera, so it runs without hardware.
 #include "DescriptionValidation.h"
 #include "DeviceSession.h"
+#include "ParameterShell.h"
 #include "ParameterTool.h"
 #include "ToolOptions.h"
 #include <GenApiEngine/AravisDevices.h>
@@ -13,7 +14,10 @@
 namespace {
 
 int listDevices(QTextStream& out) {
-    for (const std::string& id : GenApiEngine::listAravisDevices())
+    const std::vector<std::string> devices = GenApiEngine::listAravisDevices();
+    if (devices.empty())
+        out << "No device found\n";
+    for (const std::string& id : devices)
         out << QString::fromStdString(id) << "\n";
     return CParameterTool::Done;
 }
@@ -39,7 +43,9 @@ int main(int argc, char** argv) {
         return validateDescriptionFile(options.arguments.first(), out, err);
     try {
         CDeviceSession session(options.device);
-        return CParameterTool(session.collection(), options, out, err).run();
+        if (options.command == "shell")
+            return CParameterShell(session, options, out, err).run();
+        return CParameterTool(session.collection(), session.nodeMap(), options, out, err).run();
     } catch (const std::invalid_argument& e) {
         err << e.what() << "\n";
         return CParameterTool::WrongUsage;

@@ -1,0 +1,183 @@
+// Tree and description of features through the collection, the category tree through the JSON export.
+#include "FeatureInspector.h"
+#include "ParameterTool.h"
+#include <GenApi/GenApi.h>
+#include <GenApiEngine/NodeMapDescription.h>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QThread>
+#include <parametercollection/Exceptions.h>
+#include <parametercollection/ICommandParameter.h>
+#include <parametercollection/IEnumParameter.h>
+#include <parametercollection/IFloatParameter.h>
+#include <parametercollection/IIntegerParameter.h>
+#include <parametercollection/internal/NodemapToJsonConverter.h>
+
+using namespace ParameterCollection;
+
+namespace {
+
+const QStringList visibilityOrder = {"Beginner", "Expert", "Guru", "Invisible"};
+
+// A limit or other optional figure; absent (null) when the feature cannot answer it.
+template <typename Read>
+QJsonValue optional(Read read) {
+    try {
+        return QJsonValue(read());
+    } catch (const Core::Exception::BaseException&) {
+        return QJsonValue();
+    }
+}
+
+QJsonArray names(const QList<QString>& fullNames) {
+    QJsonArray array;
+    for (const QString& fullName : fullNames)
+        array.append(fullName);
+    return array;
+}
+
+}  // namespace
+
+CFeatureInspector::CFeatureInspector(CParameterCollection& collection, GenApi::INodeMap* nodeMap,
+                                     QTextStream& out, QTextStream& err, bool json, const QString& visibility)
+    : m_Collection(collection),
+      m_NodeMap(nodeMap),
+      m_Out(out),
+      m_Err(err),
+      m_Json(json),
+      m_MaxVisibility(visibilityOrder.indexOf(visibility)),
+      m_Printer(out, json) {}
+
+QString CFeatureInspector::featureName(const QString& name) const {
+    return name.section(QLatin1Char('/'), -1);
+}
+
+GenApi::INode* CFeatureInspector::node(const QString& name) const {
+    return m_NodeMap ? m_NodeMap->GetNode(featureName(name).toUtf8().constData()) : nullptr;
+}
+
+int CFeatureInspector::tree(const QString& name) {
+    const QString start = name.isEmpty() ? QStringLiteral("Root") : name;
+    GenApi::INode* root = node(start);
+    if (!root) {
+        m_Err << "Unknown parameter '" << start << "'.\n";
+        return CParameterTool::UnknownParameter;
+    }
+    const QJsonObject json = Internal::CNodemapToJsonConverter::getJson(root);
+    if (m_Json) {
+        m_Out << QJsonDocument(json).toJson(QJsonDocument::Indented);
+        return CParameterTool::Done;
+    }
+    printTree(json, 0);
+    return CParameterTool::Done;
+}
+
+void CFeatureInspector::printTree(const QJsonObject& object, int depth) {
+    if (object.isEmpty() || visibilityOrder.indexOf(object["visibility"].toString()) > m_MaxVisibility)
+        return;
+    const QString identifier = object["identifier"].toString();
+    QString line = QString(depth * 2, QLatin1Char(' ')) + identifier;
+    QSharedPointer<IParameter> parameter =
+        object["type"].toString() == "ICategory"
+            ? nullptr
+            : m_Collection.get(ParameterName("@CameraDevice/" + identifier));
+    if (parameter) {
+        line = line.leftJustified(44) + " " +
+               CParameterPrinter::typeText(parameter->getParameterType()).leftJustified(12) +
+               CParameterPrinter::accessText(*parameter).leftJustified(4) + " " +
+               CParameterPrinter::valueText(*parameter);
+    }
+    m_Out << line << "\n";
+    for (const QJsonValue& child : object["children"].toArray())
+        printTree(child.toObject(), depth + 1);
+}
+
+QJsonObject CFeatureInspector::description(IParameter& parameter) {
+    QSharedPointer<IAdvancedParameterAccess> properties = parameter.getAdvancedParameterAccess();
+    auto property = [&](const char* key) { return properties->getPropertyOrDefault(key, QString()); };
+    QJsonObject object{{"name", parameter.getFullName()},
+                       {"displayName", property("DisplayName")},
+                       {"description", property("Description")},
+                       {"tooltip", property("Tooltip")},
+                       {"type", CParameterPrinter::typeText(parameter.getParameterType())},
+                       {"access", CParameterPrinter::accessText(parameter)},
+                       {"visibility", CParameterPrinter::visibilityText(parameter.getVisibility())},
+                       {"value", CParameterPrinter::valueText(parameter)},
+                       {"unit", property("Unit")},
+                       {"representation", property("Representation")}};
+    if (auto integer = dynamic_cast<IIntegerParameter*>(&parameter)) {
+        object["min"] = optional([&] { return static_cast<double>(integer->getMinimum()); });
+        object["max"] = optional([&] { return static_cast<double>(integer->getMaximum()); });
+        object["increment"] = optional([&] { return static_cast<double>(integer->getIncrement()); });
+    } else if (auto floating = dynamic_cast<IFloatParameter*>(&parameter)) {
+        object["min"] = optional([&] { return floating->getMinimum(); });
+        object["max"] = optional([&] { return floating->getMaximum(); });
+        if (floating->hasIncrement())
+            object["increment"] = optional([&] { return floating->getIncrement(); });
+    } else if (auto enumeration = dynamic_cast<IEnumParameter*>(&parameter)) {
+        QJsonArray entries;
+        for (const QString& entry : enumeration->getAllValues()) {
+            const QString access =
+                enumeration->getAdvancedValueProperties(entry)->getPropertyOrDefault("AccessMode", "");
+            entries.append(QJsonObject{{"name", entry}, {"access", access}});
+        }
+        object["entries"] = entries;
+    }
+    object["selectingFeatures"] = names(m_Collection.getParameterRelation(
+        parameter.getFullName(), ParameterRelation_SelectingFeatures, false));
+    object["selectedFeatures"] = names(m_Collection.getParameterRelation(
+        parameter.getFullName(), ParameterRelation_SelectedFeatures, false));
+    if (GenApi::INode* found = node(parameter.getName())) {
+        if (GenApi::INode* alias = found->GetAlias())
+            object["alias"] = QString::fromUtf8(alias->GetName().c_str());
+    }
+    return object;
+}
+
+int CFeatureInspector::describe(const QString& name) {
+    QSharedPointer<IParameter> parameter = m_Collection.get(ParameterName(name));
+    if (!parameter) {
+        m_Err << "Unknown parameter '" << name << "'.\n";
+        return CParameterTool::UnknownParameter;
+    }
+    m_Printer.printObject(description(*parameter));
+    return CParameterTool::Done;
+}
+
+int CFeatureInspector::genicam() {
+    try {
+        m_Out << QString::fromStdString(GenApiEngine::descriptionText(m_NodeMap));
+    } catch (const GenICam::GenericException& e) {
+        m_Err << "No camera description: " << e.GetDescription() << "\n";
+        return CParameterTool::Failed;
+    }
+    return CParameterTool::Done;
+}
+
+int CFeatureInspector::execute(const QString& name, double seconds) {
+    QSharedPointer<IParameter> found = m_Collection.get(ParameterName(name));
+    QSharedPointer<ICommandParameter> command = found.dynamicCast<ICommandParameter>();
+    if (!command) {
+        m_Err << (found ? "Parameter '" + name + "' is no command.\n"
+                        : "Unknown parameter '" + name + "'.\n");
+        return found ? CParameterTool::WrongUsage : CParameterTool::UnknownParameter;
+    }
+    try {
+        command->execute(true);
+        QElapsedTimer clock;
+        clock.start();
+        while (!command->isDone()) {
+            if (clock.elapsed() > seconds * 1000) {
+                m_Err << "Command '" << command->getFullName() << "' still runs after " << seconds << " s.\n";
+                return CParameterTool::Failed;
+            }
+            QThread::msleep(10);
+        }
+    } catch (const Core::Exception::InvalidOperationException& e) {
+        m_Err << "Command '" << command->getFullName() << "' cannot be executed: " << e.getMessage() << "\n";
+        return CParameterTool::AccessRefused;
+    }
+    m_Out << command->getFullName() << " done\n";
+    return CParameterTool::Done;
+}
