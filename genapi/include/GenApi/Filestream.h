@@ -1,0 +1,317 @@
+// Device files through the SFNC file-access features: a protocol adapter and std stream buffers and
+// streams over it.
+#ifndef GENAPI_FILESTREAM_H
+#define GENAPI_FILESTREAM_H
+
+#include <Base/GCTypes.h>
+#include <Base/GCUtilities.h>
+#include <GenApi/GenApiDll.h>
+#include <GenApi/INodeMap.h>
+#include <algorithm>
+#include <cstring>
+#include <ios>
+#include <istream>
+#include <ostream>
+#include <streambuf>
+
+namespace GENAPI_NAMESPACE {
+
+struct GENAPI_DECL_ABSTRACT IFileProtocolAdapter {
+    virtual bool attach(INodeMap* pInterface) = 0;
+    virtual bool openFile(const char* pFileName, std::ios_base::openmode mode) = 0;
+    virtual bool closeFile(const char* pFileName) = 0;
+    virtual GenICam_streamsize write(const char* buf, int64_t offs, int64_t len, const char* pFileName) = 0;
+    virtual GenICam_streamsize read(char* buf, int64_t offs, GenICam_streamsize len,
+                                    const char* pFileName) = 0;
+    virtual int64_t getBufSize(const char* pFileName, std::ios_base::openmode mode) = 0;
+    virtual bool deleteFile(const char* pFileName) = 0;
+    virtual ~IFileProtocolAdapter() {}
+};
+
+class GENAPI_DECL FileProtocolAdapter : public IFileProtocolAdapter {
+public:
+    FileProtocolAdapter();
+    virtual ~FileProtocolAdapter();
+
+    virtual bool attach(INodeMap* pInterface);
+    virtual bool openFile(const char* pFileName, std::ios_base::openmode mode);
+    virtual bool closeFile(const char* pFileName);
+    virtual GenICam_streamsize write(const char* buf, int64_t offs, int64_t len, const char* pFileName);
+    virtual GenICam_streamsize read(char* buf, int64_t offs, GenICam_streamsize len, const char* pFileName);
+    virtual int64_t getBufSize(const char* pFileName, std::ios_base::openmode mode);
+    virtual bool deleteFile(const char* pFileName);
+
+private:
+    FileProtocolAdapter(const FileProtocolAdapter&);
+    FileProtocolAdapter& operator=(const FileProtocolAdapter&);
+    void WaitUntilFileOperationExecuteDone(bool Validate = true);
+
+    class CImpl;
+    CImpl* m_pImpl;
+};
+
+// Reads a device file sequentially from offset 0, one FileAccessBuffer at a time.
+template <typename CharType, typename Traits>
+class IDevFileStreamBuf : public std::basic_streambuf<CharType, Traits> {
+    typedef std::basic_streambuf<CharType, Traits> base;
+
+public:
+    typedef IDevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef typename Traits::int_type int_type;
+
+    IDevFileStreamBuf() : m_pBuffer(nullptr), m_BufSize(0), m_pAdapter(nullptr), m_fpos(0) {}
+    ~IDevFileStreamBuf() {
+        try {
+            close();
+        } catch (...) {
+        }
+    }
+
+    filebuf_type* open(INodeMap* pInterface, const char* pFileName,
+                       std::ios_base::openmode mode = std::ios_base::in) {
+        if (m_pAdapter)
+            return nullptr;
+        m_pAdapter = new FileProtocolAdapter();
+        m_file = pFileName;
+        try {
+            if (!m_pAdapter->attach(pInterface) || !m_pAdapter->openFile(pFileName, mode)) {
+                release();
+                return nullptr;
+            }
+        } catch (...) {
+            release();
+            throw;
+        }
+        m_BufSize =
+            GENICAM_NAMESPACE::INTEGRAL_CAST<GenICam_streamsize>(m_pAdapter->getBufSize(pFileName, mode));
+        if (m_BufSize <= 0) {
+            m_pAdapter->closeFile(pFileName);
+            release();
+            return nullptr;
+        }
+        m_pBuffer = new CharType[static_cast<size_t>(m_BufSize) / sizeof(CharType)];
+        m_fpos = 0;
+        this->setg(m_pBuffer, m_pBuffer, m_pBuffer);
+        return this;
+    }
+    bool is_open() const { return m_pAdapter != nullptr; }
+    filebuf_type* close() {
+        if (!m_pAdapter)
+            return nullptr;
+        const bool closed = m_pAdapter->closeFile(m_file.c_str());
+        release();
+        return closed ? this : nullptr;
+    }
+
+protected:
+    int_type underflow() {
+        if (this->gptr() < this->egptr())
+            return Traits::to_int_type(*this->gptr());
+        if (!m_pAdapter)
+            return Traits::eof();
+        const GenICam_streamsize count =
+            m_pAdapter->read(reinterpret_cast<char*>(m_pBuffer), m_fpos, m_BufSize, m_file.c_str());
+        if (count <= 0)
+            return Traits::eof();
+        m_fpos += count;
+        this->setg(m_pBuffer, m_pBuffer,
+                   m_pBuffer + GENICAM_NAMESPACE::INTEGRAL_CAST<int>(count) / sizeof(CharType));
+        return Traits::to_int_type(*this->gptr());
+    }
+    int_type pbackfail(int_type c) {
+        if (this->eback() < this->gptr() && (Traits::eq_int_type(c, Traits::eof()) ||
+                                             Traits::eq(Traits::to_char_type(c), this->gptr()[-1]))) {
+            this->gbump(-1);
+            return Traits::not_eof(c);
+        }
+        return Traits::eof();
+    }
+
+private:
+    void release() {
+        delete m_pAdapter;
+        m_pAdapter = nullptr;
+        delete[] m_pBuffer;
+        m_pBuffer = nullptr;
+        m_BufSize = 0;
+        this->setg(nullptr, nullptr, nullptr);
+    }
+
+    CharType* m_pBuffer;
+    GenICam_streamsize m_BufSize;
+    GENICAM_NAMESPACE::gcstring m_file;
+    FileProtocolAdapter* m_pAdapter;
+    int64_t m_fpos;
+};
+
+// Writes a device file sequentially from offset 0; every full buffer, sync and close flushes a chunk.
+template <typename CharType, typename Traits>
+class ODevFileStreamBuf : public std::basic_streambuf<CharType, Traits> {
+    typedef std::basic_streambuf<CharType, Traits> base;
+
+public:
+    typedef ODevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef typename Traits::int_type int_type;
+
+    ODevFileStreamBuf() : m_pBuffer(nullptr), m_file(nullptr), m_pAdapter(nullptr), m_fpos(0) {}
+    ~ODevFileStreamBuf() { close(); }
+
+    filebuf_type* open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode) {
+        if (m_pAdapter)
+            return nullptr;
+        m_pAdapter = new FileProtocolAdapter();
+        m_file = pFileName;
+        try {
+            if (!m_pAdapter->attach(pInterface) || !m_pAdapter->openFile(pFileName, mode)) {
+                release();
+                return nullptr;
+            }
+        } catch (...) {
+            release();
+            throw;
+        }
+        const int64_t size = m_pAdapter->getBufSize(m_file, mode);
+        if (size <= 0) {
+            m_pAdapter->closeFile(pFileName);
+            release();
+            return nullptr;
+        }
+        const size_t count = GENICAM_NAMESPACE::INTEGRAL_CAST<size_t>(size) / sizeof(CharType);
+        m_pBuffer = new CharType[count];
+        this->setp(m_pBuffer, m_pBuffer + count);
+        m_fpos = 0;
+        return this;
+    }
+    bool is_open() const { return m_pAdapter != nullptr; }
+    filebuf_type* close() {
+        if (!m_pAdapter)
+            return nullptr;
+        const bool synced = sync() == 0;
+        const bool closed = m_pAdapter->closeFile(m_file);
+        release();
+        return synced && closed ? this : nullptr;
+    }
+
+protected:
+    std::streamsize xsputn(const CharType* s, std::streamsize n) {
+        std::streamsize written = 0;
+        while (written < n) {
+            std::streamsize room = this->epptr() - this->pptr();
+            if (room == 0) {
+                if (sync() != 0)
+                    return written;
+                room = this->epptr() - this->pptr();
+                if (room == 0)
+                    return written;
+            }
+            const std::streamsize chunk = std::min(room, n - written);
+            Traits::copy(this->pptr(), s + written, static_cast<size_t>(chunk));
+            this->pbump(GENICAM_NAMESPACE::INTEGRAL_CAST<int>(chunk));
+            written += chunk;
+        }
+        return written;
+    }
+    int_type overflow(int_type c) {
+        if (sync() != 0)
+            return Traits::eof();
+        if (!Traits::eq_int_type(c, Traits::eof())) {
+            *this->pptr() = Traits::to_char_type(c);
+            this->pbump(1);
+        }
+        return Traits::not_eof(c);
+    }
+    int sync() {
+        if (!m_pAdapter)
+            return -1;
+        const int64_t count = (this->pptr() - this->pbase()) * static_cast<int64_t>(sizeof(CharType));
+        if (count == 0)
+            return 0;
+        const GenICam_streamsize written =
+            m_pAdapter->write(reinterpret_cast<const char*>(this->pbase()), m_fpos, count, m_file);
+        if (written != count)
+            return -1;
+        m_fpos += count;
+        this->setp(m_pBuffer, this->epptr());
+        return 0;
+    }
+
+private:
+    void release() {
+        delete m_pAdapter;
+        m_pAdapter = nullptr;
+        delete[] m_pBuffer;
+        m_pBuffer = nullptr;
+        this->setp(nullptr, nullptr);
+    }
+
+    CharType* m_pBuffer;
+    const char* m_file;
+    FileProtocolAdapter* m_pAdapter;
+    int64_t m_fpos;
+};
+
+template <typename CharType, typename Traits>
+class ODevFileStreamBase : public std::basic_ostream<CharType, Traits> {
+public:
+    typedef ODevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef std::basic_ostream<CharType, Traits> ostream_type;
+
+    ODevFileStreamBase() : ostream_type(&m_streambuf) {}
+    ODevFileStreamBase(INodeMap* pInterface, const char* pFileName,
+                       std::ios_base::openmode mode = std::ios_base::out | std::ios_base::trunc)
+        : ostream_type(&m_streambuf) {
+        open(pInterface, pFileName, mode);
+    }
+    filebuf_type* rdbuf() const { return const_cast<filebuf_type*>(&m_streambuf); }
+    bool is_open() const { return m_streambuf.is_open(); }
+    void open(INodeMap* pInterface, const char* pFileName,
+              std::ios_base::openmode mode = std::ios_base::out | std::ios_base::trunc) {
+        if (!m_streambuf.open(pInterface, pFileName, mode))
+            this->setstate(std::ios_base::failbit);
+        else
+            this->clear();
+    }
+    void close() {
+        if (!m_streambuf.close())
+            this->setstate(std::ios_base::failbit);
+    }
+
+private:
+    filebuf_type m_streambuf;
+};
+
+template <typename CharType, typename Traits>
+class IDevFileStreamBase : public std::basic_istream<CharType, Traits> {
+public:
+    typedef IDevFileStreamBuf<CharType, Traits> filebuf_type;
+    typedef std::basic_istream<CharType, Traits> istream_type;
+
+    IDevFileStreamBase() : istream_type(&m_streambuf) {}
+    IDevFileStreamBase(INodeMap* pInterface, const char* pFileName,
+                       std::ios_base::openmode mode = std::ios_base::in)
+        : istream_type(&m_streambuf) {
+        open(pInterface, pFileName, mode);
+    }
+    filebuf_type* rdbuf() const { return const_cast<filebuf_type*>(&m_streambuf); }
+    bool is_open() const { return m_streambuf.is_open(); }
+    void open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode = std::ios_base::in) {
+        if (!m_streambuf.open(pInterface, pFileName, mode))
+            this->setstate(std::ios_base::failbit);
+        else
+            this->clear();
+    }
+    void close() {
+        if (!m_streambuf.close())
+            this->setstate(std::ios_base::failbit);
+    }
+
+private:
+    filebuf_type m_streambuf;
+};
+
+typedef ODevFileStreamBase<char, std::char_traits<char> > ODevFileStream;
+typedef IDevFileStreamBase<char, std::char_traits<char> > IDevFileStream;
+
+}  // namespace GENAPI_NAMESPACE
+
+#endif

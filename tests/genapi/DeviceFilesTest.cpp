@@ -1,0 +1,78 @@
+// Device files of the simulated camera through GenApi's file protocol adapter and device file streams.
+#include "SimulatedCameraFixture.h"
+#include <GenApi/Filestream.h>
+#include <iterator>
+#include <string>
+
+using namespace GenApi;
+
+namespace {
+
+std::string readWholeFile(INodeMap* map, const char* name) {
+    IDevFileStream stream(map, name);
+    EXPECT_TRUE(stream.is_open()) << name;
+    std::string content((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    stream.close();
+    return content;
+}
+
+}  // namespace
+
+TEST_F(SimulatedCameraTest, DeviceFilesWrittenAndReadThroughStreams) {
+    // A text shorter than one buffer, then one that spans two buffers of 256 bytes.
+    for (const std::string& text : {std::string("hello, camera"), std::string(300, 'x') + "end"}) {
+        ODevFileStream out(map(), "UserSet1");
+        ASSERT_TRUE(out.is_open());
+        out << text;
+        out.close();
+        EXPECT_TRUE(out.good());
+        EXPECT_EQ(camera().fileContent(SimCamera::CSimulatedFiles::UserSet1), text);
+        EXPECT_EQ(readWholeFile(map(), "UserSet1"), text);
+    }
+
+    // An empty file reads as nothing and ends at once.
+    camera().setFileContent(SimCamera::CSimulatedFiles::UserSet2, "");
+    EXPECT_EQ(readWholeFile(map(), "UserSet2"), "");
+
+    // The adapter alone: attach, open, chunked read, buffer size, close.
+    FileProtocolAdapter adapter;
+    ASSERT_TRUE(adapter.attach(map()));
+    EXPECT_EQ(adapter.getBufSize("UserSet1", std::ios_base::in), 256);
+    ASSERT_TRUE(adapter.openFile("UserSet1", std::ios_base::in));
+    char chunk[8] = {};
+    EXPECT_EQ(adapter.read(chunk, 300, 8, "UserSet1"), 3);
+    EXPECT_EQ(std::string(chunk, 3), "end");
+    EXPECT_EQ(adapter.read(chunk, 303, 8, "UserSet1"), 0);  // at the end
+    EXPECT_TRUE(adapter.closeFile("UserSet1"));
+}
+
+TEST_F(SimulatedCameraTest, DeviceFilesRefuseWhatTheDeviceRefuses) {
+    // Not an entry, an entry that is not available, a map without file access.
+    IDevFileStream unknown(map(), "NoSuchFile");
+    EXPECT_FALSE(unknown.is_open());
+    EXPECT_TRUE(unknown.fail());
+    ODevFileStream firmware(map(), "Firmware");
+    EXPECT_FALSE(firmware.is_open());
+    FileProtocolAdapter adapter;
+    EXPECT_FALSE(adapter.attach(nullptr));
+
+    // A transfer the device aborts: the stream goes bad instead of hanging, and the file works again after.
+    camera().setFileContent(SimCamera::CSimulatedFiles::DeviceLog, std::string(600, 'L'));
+    {
+        IDevFileStream log(map(), "DeviceLog");
+        ASSERT_TRUE(log.is_open());
+        char first[10];
+        log.read(first, 10);
+        EXPECT_EQ(log.gcount(), 10);
+        camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+        char rest[590];
+        log.read(rest, sizeof rest);
+        EXPECT_LT(log.gcount(), 590);
+        EXPECT_TRUE(log.bad());
+        camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    }
+    EXPECT_EQ(readWholeFile(map(), "DeviceLog"), std::string(600, 'L'));
+
+    EXPECT_EQ(descriptionOf<GenICam::RuntimeException>([] { GenICam::INTEGRAL_CAST<int>(int64_t(1) << 40); }),
+              "INTEGRAL_CAST failed");
+}
