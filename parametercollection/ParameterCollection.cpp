@@ -141,8 +141,10 @@ bool CParameterCollection::contains(CommandParameterName name) {
     return m_Impl->containsWithKnownType<CCommandParameter, GENAPI_NAMESPACE::ICommand>(name.getFullName());
 }
 
+// A device file counts when its node map lists it as an available file.
 bool CParameterCollection::contains(FileParameterName name) {
-    return !get(name).isNull();
+    QSharedPointer<IFileParameter> file = get(name);
+    return file && file->isAvailable();
 }
 
 QList<QString> CParameterCollection::getParameterCollectionNames() {

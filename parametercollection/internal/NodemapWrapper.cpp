@@ -5,6 +5,7 @@
 #include "EnumParameter.h"
 #include "FloatParameter.h"
 #include "GenICamExceptionTranslation.h"
+#include "../Exceptions.h"
 #include "IntegerParameter.h"
 #include "PortParameter.h"
 #include "StringParameter.h"
@@ -49,6 +50,13 @@ void CNodemapWrapper::Attach(INodeMap* nodeMap) {
             parameter->attach(nodeMap);
         } catch (...) {
             qFatal("Attaching node map failed!");
+        }
+    }
+    // A file's availability is asked again on use, so a device that cannot answer now is no failure.
+    for (const QSharedPointer<CFileParameter>& file : m_FileParameters) {
+        try {
+            file->attach(nodeMap);
+        } catch (const Core::Exception::BaseException&) {
         }
     }
     m_NodeMap = nodeMap;
@@ -113,8 +121,13 @@ QSharedPointer<IAdvancedParameterAccess> CNodemapWrapper::getAdvancedParameterAc
     return lookUpWithUnknownTypeInParameterCollection(entryName, false)->getAdvancedParameterAccess();
 }
 
-QSharedPointer<IFileParameter> CNodemapWrapper::createFileParameter(const QString&) {
-    return QSharedPointer<IFileParameter>();
+QSharedPointer<IFileParameter> CNodemapWrapper::createFileParameter(const QString& fileName) {
+    QSharedPointer<CFileParameter>& parameter = m_FileParameters[fileName];
+    if (!parameter) {
+        parameter.reset(new CFileParameter(fileName, m_Name, m_ObjectState, m_Decoupler, nullptr));
+        parameter->attach(m_NodeMap);
+    }
+    return parameter;
 }
 
 QString CNodemapWrapper::buildPath(INode* node) const {

@@ -3,6 +3,7 @@
 #ifndef PARAMETERCOLLECTION_INTERNAL_NODEMAPWRAPPER_H
 #define PARAMETERCOLLECTION_INTERNAL_NODEMAPWRAPPER_H
 
+#include "../FileParameter.h"
 #include "../IFileParameter.h"
 #include "../IParameterCollection.h"
 #include "../ObjectState.h"
@@ -53,7 +54,8 @@ public:
     // Cached as a T, or, uncached, a node of that name offering GenApi interface Node.
     template <typename T, typename Node>
     bool containsWithKnownTypeInParameterCollection(const QString& featureName);
-    // The device-file parameter of this node map; files are not served yet, so this answers null.
+    // The device-file parameter of a file of this node map, bound to it; the same object for the same
+    // name, re-bound by every Attach like the other parameters.
     QSharedPointer<IFileParameter> createFileParameter(const QString& fileName);
 
     QString buildPath(GENAPI_NAMESPACE::INode* node) const;
@@ -78,6 +80,8 @@ private:
     bool loadWithCallbacksOff(QString& errorText, Load load);
 
     QMap<QString, QSharedPointer<CParameter>> m_Parameters;
+
+    QMap<QString, QSharedPointer<CFileParameter>> m_FileParameters;
     GENAPI_NAMESPACE::INodeMap* m_NodeMap;
     QSharedPointer<CObjectState> m_ObjectState;
     QString m_Name;

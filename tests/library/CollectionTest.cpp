@@ -108,9 +108,10 @@ TEST_F(CollectionTest, TypedGetsAlternativesAliasesAndDummies) {
         .get(PortParameterName("Device"))
         ->readRaw(SimCamera::Registers::TestReadOnlyInteger, &value, 4);
     EXPECT_EQ(value, 42u);
-    // Device files are not served yet: the seam answers null.
-    EXPECT_TRUE(collection().get(FileParameterName("@CameraDevice/UserSet1")).isNull());
-    EXPECT_FALSE(collection().contains(FileParameterName("@CameraDevice/UserSet1")));
+    // Device files: a parameter for any name of an announced node map, contained when the device lists it.
+    EXPECT_FALSE(collection().get(FileParameterName("@CameraDevice/UserSet1")).isNull());
+    EXPECT_TRUE(collection().contains(FileParameterName("@CameraDevice/UserSet1")));
+    EXPECT_FALSE(collection().contains(FileParameterName("@CameraDevice/NoSuchFile")));
 }
 
 TEST_F(CollectionTest, UntypedGetsChooseTheClassByInterface) {

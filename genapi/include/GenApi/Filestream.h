@@ -98,7 +98,13 @@ public:
     filebuf_type* close() {
         if (!m_pAdapter)
             return nullptr;
-        const bool closed = m_pAdapter->closeFile(m_file.c_str());
+        bool closed = false;
+        try {
+            closed = m_pAdapter->closeFile(m_file.c_str());
+        } catch (...) {
+            release();
+            throw;
+        }
         release();
         return closed ? this : nullptr;
     }
@@ -183,13 +189,20 @@ public:
         return this;
     }
     bool is_open() const { return m_pAdapter != nullptr; }
+    // The buffer is released even when the device fails, so that the destructor has nothing left to do.
     filebuf_type* close() {
         if (!m_pAdapter)
             return nullptr;
-        const bool synced = sync() == 0;
-        const bool closed = m_pAdapter->closeFile(m_file);
+        bool done = false;
+        try {
+            const bool synced = sync() == 0;
+            done = m_pAdapter->closeFile(m_file) && synced;
+        } catch (...) {
+            release();
+            throw;
+        }
         release();
-        return synced && closed ? this : nullptr;
+        return done ? this : nullptr;
     }
 
 protected:

@@ -1,0 +1,67 @@
+// Opening, reading and closing device-file streams for a file parameter.
+#include "FileStreamHelper.h"
+#include <GenApi/GenApi.h>
+#include <QtGlobal>
+
+using namespace GENAPI_NAMESPACE;
+
+namespace ParameterCollection {
+namespace Internal {
+
+CFileStreamHelper::~CFileStreamHelper() {
+    try {
+        Close();
+    } catch (...) {
+        Q_ASSERT_X(false, "CFileStreamHelper::~CFileStreamHelper()", "closing the stream failed");
+    }
+}
+
+bool CFileStreamHelper::FileExists(INodeMap* nodeMap, const char* name) {
+    CEnumerationPtr selector(nodeMap ? nodeMap->GetNode("FileSelector") : nullptr);
+    if (!selector.IsValid())
+        return false;
+    NodeList_t entries;
+    selector->GetEntries(entries);
+    for (INode* node : entries) {
+        IEnumEntry* entry = dynamic_cast<IEnumEntry*>(node);
+        if (entry && node->GetAccessMode() > NA && entry->GetSymbolic() == name)
+            return true;
+    }
+    return false;
+}
+
+void CFileStreamHelper::Open(INodeMap* nodeMap, const char* name, bool forReading) {
+    m_FileName = name;
+    if (forReading) {
+        m_Input.reset(new IDevFileStream(nodeMap, m_FileName.c_str()));
+        if (!m_Input->is_open())
+            m_Input.reset();
+    } else {
+        m_Output.reset(new ODevFileStream(nodeMap, m_FileName.c_str()));
+        if (!m_Output->is_open())
+            m_Output.reset();
+    }
+}
+
+bool CFileStreamHelper::Read(void* buffer, std::streamsize length, size_t& count) const {
+    Q_ASSERT_X(length, "bool CFileStreamHelper::Read(void*, std::streamsize, size_t&) const", "length");
+    count = 0;
+    if (!m_Input)
+        return false;
+    m_Input->read(static_cast<char*>(buffer), length);
+    count = static_cast<size_t>(m_Input->gcount());
+    return count > 0;
+}
+
+void CFileStreamHelper::Close() {
+    if (m_Input) {
+        m_Input->close();
+        m_Input.reset();
+    } else if (m_Output) {
+        std::unique_ptr<ODevFileStream> output = std::move(m_Output);
+        output->close();
+    }
+}
+
+}  // namespace Internal
+}  // namespace ParameterCollection

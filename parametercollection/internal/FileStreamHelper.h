@@ -1,0 +1,42 @@
+// The open device-file stream of a file parameter: at most one of an input and an output stream.
+#ifndef PARAMETERCOLLECTION_INTERNAL_FILESTREAMHELPER_H
+#define PARAMETERCOLLECTION_INTERNAL_FILESTREAMHELPER_H
+
+#include <GenApi/Filestream.h>
+#include <memory>
+#include <string>
+
+namespace ParameterCollection {
+namespace Internal {
+
+class CFileStreamHelper {
+public:
+    CFileStreamHelper() = default;
+    CFileStreamHelper(const CFileStreamHelper&) = delete;
+    CFileStreamHelper& operator=(const CFileStreamHelper&) = delete;
+    // Closes the open stream; an exception escaping that close breaks an invariant.
+    ~CFileStreamHelper();
+
+    // True when "FileSelector" lists the name as an entry whose access mode is above NA.
+    static bool FileExists(GENAPI_NAMESPACE::INodeMap* nodeMap, const char* name);
+    // Opens the file for reading or for writing; afterwards the slot tells whether that worked.
+    void Open(GENAPI_NAMESPACE::INodeMap* nodeMap, const char* name, bool forReading);
+    // Reads up to `length` (not 0) bytes; `count` tells how many arrived, 0 at the end of the file.
+    bool Read(void* buffer, std::streamsize length, size_t& count) const;
+    // Releases the input stream, or else the output stream.
+    void Close();
+
+    bool isInputOpen() const { return m_Input != nullptr; }
+    bool isOutputOpen() const { return m_Output != nullptr; }
+    GENAPI_NAMESPACE::ODevFileStream* output() const { return m_Output.get(); }
+
+private:
+    std::unique_ptr<GENAPI_NAMESPACE::IDevFileStream> m_Input;
+    std::unique_ptr<GENAPI_NAMESPACE::ODevFileStream> m_Output;
+    std::string m_FileName;  // the output stream keeps a pointer to it until closed
+};
+
+}  // namespace Internal
+}  // namespace ParameterCollection
+
+#endif

@@ -1,0 +1,133 @@
+// Device files of the simulated camera as parameters: availability, probes, chunked text, streams.
+#include "LibraryFixture.h"
+#include <parametercollection/FileParameter.h>
+#include <parametercollection/ParameterCollection.h>
+#include <parametercollection/ParameterPath.h>
+
+using namespace Core::Exception;
+using SimCamera::CSimulatedFiles;
+
+namespace {
+
+class FileParameterTest : public LibraryTest {
+protected:
+    QSharedPointer<CFileParameter> file(const QString& name) {
+        QSharedPointer<CFileParameter> created(
+            new CFileParameter(name, "@CameraDevice", sharedState(), decoupler()));
+        created->attach(map());
+        return created;
+    }
+};
+
+}  // namespace
+
+TEST_F(FileParameterTest, AvailabilityFollowsTheFileSelectorEntries) {
+    auto userSet = file("UserSet1");
+    EXPECT_TRUE(userSet->isAvailable());
+    EXPECT_TRUE(userSet->isImplemented());
+    EXPECT_TRUE(userSet->isEmpty());  // the inversion: an available file counts as empty
+    EXPECT_TRUE(userSet->isReadable());
+    EXPECT_TRUE(userSet->isWriteable());
+
+    auto firmware = file("Firmware");  // listed, but its entry is NA
+    EXPECT_FALSE(firmware->isAvailable());
+    EXPECT_FALSE(firmware->isEmpty());
+    EXPECT_FALSE(firmware->isReadable());
+    auto missing = file("NoSuchFile");
+    EXPECT_FALSE(missing->isAvailable());
+    EXPECT_FALSE(missing->isWriteable());
+    EXPECT_EQ(missing->read(nullptr, 1), 0);
+
+    EXPECT_FALSE(userSet->attach(nullptr));
+    EXPECT_FALSE(userSet->isAvailable());
+    EXPECT_TRUE(userSet->attach(map()));
+}
+
+TEST_F(FileParameterTest, ContentAsTextInChunks) {
+    auto userSet = file("UserSet1");
+    userSet->parseAndSetValue("hello\nworld");
+    EXPECT_EQ(camera().fileContent(CSimulatedFiles::UserSet1), "hello\nworld");
+    EXPECT_EQ(userSet->toString(), "hello\nworld");
+
+    // 300 bytes arrive as a chunk of 256 and one of 44.
+    const std::string long300 = std::string(256, 'a') + std::string(44, 'b');
+    camera().setFileContent(CSimulatedFiles::UserSet2, long300);
+    auto other = file("UserSet2");
+    char buffer[512];
+    EXPECT_EQ(other->read(buffer, 256), 256);
+    EXPECT_EQ(other->read(buffer, 256), 44);
+    EXPECT_EQ(std::string(buffer, 44), std::string(44, 'b'));
+    EXPECT_EQ(other->read(buffer, 256), 0);
+    other->close();
+    EXPECT_EQ(other->toString(), QString::fromStdString(long300));
+
+    // The read stream stays open at the end of the file until closed: a second text is empty.
+    EXPECT_EQ(other->toString(), "");
+    other->close();
+
+    camera().setFileContent(CSimulatedFiles::UserSet2, "");
+    EXPECT_EQ(other->toString(), "");
+    other->close();
+    // A zero byte ends its chunk's text.
+    camera().setFileContent(CSimulatedFiles::UserSet2, std::string("abc\0def", 7));
+    EXPECT_EQ(other->toString(), "abc");
+    other->close();
+}
+
+TEST_F(FileParameterTest, ProbesNeverDisturbAnOpenStream) {
+    auto userSet = file("UserSet1");
+    char first[] = "first ";
+    ASSERT_TRUE(userSet->write(first, 6));
+    EXPECT_FALSE(userSet->isReadable());  // a write is in progress
+    EXPECT_TRUE(userSet->isWriteable());
+    char second[] = "second";
+    ASSERT_TRUE(userSet->write(second, 6));
+    userSet->close();
+    EXPECT_EQ(camera().fileContent(CSimulatedFiles::UserSet1), "first second");
+
+    // A read in progress: readable, not writable, and reading goes on where it was.
+    char two[2];
+    EXPECT_EQ(userSet->read(two, 2), 2);
+    EXPECT_TRUE(userSet->isReadable());
+    EXPECT_FALSE(userSet->isWriteable());
+    char rest[32];
+    EXPECT_EQ(userSet->read(rest, 32), 10);
+    userSet->close();
+
+    EXPECT_EQ(messageOf<RuntimeException>([&] { userSet->read(rest, (1LL << 40)); }), "INTEGRAL_CAST failed");
+    userSet->close();
+}
+
+TEST_F(FileParameterTest, DeviceFailuresAreTranslatedAndTheFileWorksAgain) {
+    auto log = file("DeviceLog");
+    camera().setFileContent(CSimulatedFiles::DeviceLog, "log line\n");
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    EXPECT_THROW(log->toString(), BaseException);
+    log->close();
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_EQ(log->toString(), "log line\n");
+}
+
+TEST(FileParameterCollection, FilesThroughTheCollectionSurviveDetachAndAttach) {
+    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
+    SimCamera::CSimulatedDevice device;
+    CParameterCollection collection(state);
+    collection.announceNodeMap(ParameterPath::CameraDevice);
+    collection.attachNodeMap(ParameterPath::CameraDevice, device.nodeMap());
+    state->setState(ObjectState_Open);
+
+    auto userSet = collection.get(FileParameterName("@CameraDevice/UserSet1"));
+    ASSERT_TRUE(userSet);
+    EXPECT_EQ(userSet.data(), collection.get(FileParameterName("@CameraDevice/UserSet1")).data());
+    EXPECT_TRUE(collection.contains(FileParameterName("@CameraDevice/UserSet1")));
+    EXPECT_FALSE(collection.contains(FileParameterName("@CameraDevice/Firmware")));
+    EXPECT_FALSE(collection.get(FileParameterName("@Unknown/UserSet1")));
+
+    collection.detachNodeMap(ParameterPath::CameraDevice);
+    EXPECT_FALSE(userSet->isAvailable());
+    collection.attachNodeMap(ParameterPath::CameraDevice, device.nodeMap());
+    EXPECT_TRUE(userSet->isAvailable());
+    userSet->parseAndSetValue("kept");
+    EXPECT_EQ(device.camera().fileContent(CSimulatedFiles::UserSet1), "kept");
+    collection.detachAllNodeMaps();
+}
