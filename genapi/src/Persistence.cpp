@@ -112,8 +112,9 @@ void readMagic(std::istream& stream) {
             "The stream has been created using the CFeatureBagger class thus must be restored using the "
             "CFeatureBagger class as well");
     }
-    throw RUNTIME_EXCEPTION("The stream is not a GenApi feature stream since it is missing the magic GUID in the "
-                            "first line");
+    throw RUNTIME_EXCEPTION(
+        "The stream is not a GenApi feature stream since it is missing the magic GUID in the "
+        "first line");
 }
 
 // Entry values of one selector: the available entries of an enumeration, or an integer's grid.
@@ -255,7 +256,8 @@ void CFeatureBag::PersistFeature(IValue& item, CSelectorSet* selectorSet) {
                     continue;
                 SEntry entry{name, {}, valueText(item)};
                 for (IValue* selector : selectors)
-                    entry.selectors.emplace_back(selector->GetNode()->GetName().c_str(), selector->ToString().c_str());
+                    entry.selectors.emplace_back(selector->GetNode()->GetName().c_str(),
+                                                 selector->ToString().c_str());
                 m_Entries.push_back(entry);
             } catch (const GENICAM_NAMESPACE::GenericException&) {
                 // A combination the device cannot answer is left out.
@@ -275,12 +277,13 @@ int64_t CFeatureBag::StoreToBag(INodeMap* pNodeMap, const int MaxNumPersistSkrip
     pNodeMap->GetNodes(nodes);
     const size_t before = m_Entries.size();
     for (INode* node : nodes) {
-        if (MaxNumPersistSkriptEntries >= 0 && m_Entries.size() - before >= size_t(MaxNumPersistSkriptEntries))
+        if (MaxNumPersistSkriptEntries >= 0 &&
+            m_Entries.size() - before >= size_t(MaxNumPersistSkriptEntries))
             break;
         if (!persistable(node))
             continue;
-        if (pFeatureFilter &&
-            std::find(pFeatureFilter->begin(), pFeatureFilter->end(), node->GetName()) == pFeatureFilter->end())
+        if (pFeatureFilter && std::find(pFeatureFilter->begin(), pFeatureFilter->end(), node->GetName()) ==
+                                  pFeatureFilter->end())
             continue;
         try {
             CSelectorSet selectors(node);
@@ -292,7 +295,8 @@ int64_t CFeatureBag::StoreToBag(INodeMap* pNodeMap, const int MaxNumPersistSkrip
     return static_cast<int64_t>(m_Entries.size() - before);
 }
 
-bool CFeatureBag::LoadFromBag(INodeMap* pNodeMap, bool Verify, GENICAM_NAMESPACE::gcstring_vector* pErrorList) {
+bool CFeatureBag::LoadFromBag(INodeMap* pNodeMap, bool Verify,
+                              GENICAM_NAMESPACE::gcstring_vector* pErrorList) {
     if (!pNodeMap)
         throw INVALID_ARGUMENT_EXCEPTION("No node map to load");
     auto apply = [&](const SEntry& entry) {
@@ -333,8 +337,9 @@ bool CFeatureBag::LoadFromBag(INodeMap* pNodeMap, bool Verify, GENICAM_NAMESPACE
                     continue;
                 }
                 if (!sameValue(*feature, entry.value)) {
-                    throw RUNTIME_EXCEPTION("Feature '%s' reads '%s' after '%s' was loaded", entry.name.c_str(),
-                                            feature->ToString().c_str(), entry.value.c_str());
+                    throw RUNTIME_EXCEPTION("Feature '%s' reads '%s' after '%s' was loaded",
+                                            entry.name.c_str(), feature->ToString().c_str(),
+                                            entry.value.c_str());
                 }
             } catch (const GENICAM_NAMESPACE::GenericException& e) {
                 failures.emplace_back(entry.name + " : " + e.GetDescription(), std::current_exception());
@@ -371,8 +376,9 @@ gcstring CFeatureBag::ToString() {
 void CFeatureBag::write(std::ostream& stream) const {
     stream << "# " << GENAPI_PERSISTENCE_MAGIC << "\n";
     if (!m_Info.empty()) {
-        stream << "# GenApi persistence file (version " << GENICAM_VERSION_MAJOR << "." << GENICAM_VERSION_MINOR
-               << "." << GENICAM_VERSION_SUBMINOR << ")\n# " << m_Info.c_str() << "\n";
+        stream << "# GenApi persistence file (version " << GENICAM_VERSION_MAJOR << "."
+               << GENICAM_VERSION_MINOR << "." << GENICAM_VERSION_SUBMINOR << ")\n# " << m_Info.c_str()
+               << "\n";
     }
     for (const SEntry& entry : m_Entries) {
         stream << entry.name << "\t";
@@ -392,7 +398,8 @@ void CFeatureBag::read(std::istream& stream) {
     readEntries(stream, m_Entries);
 }
 
-size_t CFeatureBagger::Bag(INodeMap* pNodeMap, bool handleDefaultNodeMap, bool, bool, const int MaxNumPersistSkriptEntries) {
+size_t CFeatureBagger::Bag(INodeMap* pNodeMap, bool handleDefaultNodeMap, bool, bool,
+                           const int MaxNumPersistSkriptEntries) {
     m_Bags.clear();
     if (handleDefaultNodeMap) {
         CFeatureBag bag;
@@ -415,7 +422,8 @@ void CFeatureBagger::write(std::ostream& stream) const {
     stream << "# " << GENAPI_PERSISTENCE_MAGIC_FEATUREBAGGER << "\n";
     if (!m_Info.empty()) {
         stream << "# GenApi CFeatureBagger persistence file (version " << GENICAM_VERSION_MAJOR << "."
-               << GENICAM_VERSION_MINOR << "." << GENICAM_VERSION_SUBMINOR << ")\n# " << m_Info.c_str() << "\n";
+               << GENICAM_VERSION_MINOR << "." << GENICAM_VERSION_SUBMINOR << ")\n# " << m_Info.c_str()
+               << "\n";
     }
     for (const CFeatureBag& bag : m_Bags)
         stream << "[" << bag.GetBagName().c_str() << "]\n" << bag;

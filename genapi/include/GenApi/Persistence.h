@@ -102,7 +102,8 @@ public:
     // Loads the entries, retrying those the device refused because of their order for as long as a pass
     // makes progress. With an error list, failures are listed there and loading goes on; without one the
     // first failure is thrown. With Verify every entry is read back and a difference counts as a failure.
-    bool LoadFromBag(INodeMap* pNodeMap, bool Verify = true, GENICAM_NAMESPACE::gcstring_vector* pErrorList = NULL);
+    bool LoadFromBag(INodeMap* pNodeMap, bool Verify = true,
+                     GENICAM_NAMESPACE::gcstring_vector* pErrorList = NULL);
 
     bool operator==(const CFeatureBag& other) const;
     GENICAM_NAMESPACE::gcstring ToString();
