@@ -31,13 +31,16 @@ private:
 void RawIntegerRead(benchmark::State& state) {
     CBenchmarkCamera camera;
     GenApi::CIntegerPtr width = camera.map()->GetNode("Width");
-    for (auto _ : state) benchmark::DoNotOptimize(width->GetValue());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(width->GetValue());
 }
 
 void CollectionIntegerRead(benchmark::State& state) {
     CBenchmarkCamera camera;
-    QSharedPointer<IIntegerParameter> width = camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
-    for (auto _ : state) benchmark::DoNotOptimize(width->getValue());
+    QSharedPointer<IIntegerParameter> width =
+        camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(width->getValue());
 }
 
 void RawIntegerWrite(benchmark::State& state) {
@@ -52,7 +55,8 @@ void RawIntegerWrite(benchmark::State& state) {
 
 void CollectionIntegerWrite(benchmark::State& state) {
     CBenchmarkCamera camera;
-    QSharedPointer<IIntegerParameter> width = camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
+    QSharedPointer<IIntegerParameter> width =
+        camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
     long long value = 16;
     for (auto _ : state) {
         width->setValue(value, true);
@@ -63,31 +67,37 @@ void CollectionIntegerWrite(benchmark::State& state) {
 void RawEnumerationRead(benchmark::State& state) {
     CBenchmarkCamera camera;
     GenApi::CEnumerationPtr pixelFormat = camera.map()->GetNode("PixelFormat");
-    for (auto _ : state) benchmark::DoNotOptimize(pixelFormat->ToString());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(pixelFormat->ToString());
 }
 
 void CollectionEnumerationRead(benchmark::State& state) {
     CBenchmarkCamera camera;
     QSharedPointer<IEnumParameter> pixelFormat = camera.collection().get(EnumParameterName("PixelFormat"));
-    for (auto _ : state) benchmark::DoNotOptimize(pixelFormat->getValue());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(pixelFormat->getValue());
 }
 
 void CollectionCachedLookup(benchmark::State& state) {
     CBenchmarkCamera camera;
     const IntegerParameterName name("@CameraDevice/Width");
     camera.collection().get(name);
-    for (auto _ : state) benchmark::DoNotOptimize(camera.collection().get(name));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(camera.collection().get(name));
 }
 
 void RawNodeLookup(benchmark::State& state) {
     CBenchmarkCamera camera;
-    for (auto _ : state) benchmark::DoNotOptimize(camera.map()->GetNode("Width"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(camera.map()->GetNode("Width"));
 }
 
 void CollectionSnapshot(benchmark::State& state) {
     CBenchmarkCamera camera;
-    QSharedPointer<IIntegerParameter> width = camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
-    for (auto _ : state) benchmark::DoNotOptimize(width->getParameterData());
+    QSharedPointer<IIntegerParameter> width =
+        camera.collection().get(IntegerParameterName("@CameraDevice/Width"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(width->getParameterData());
 }
 
 }  // namespace

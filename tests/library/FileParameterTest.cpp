@@ -98,6 +98,22 @@ TEST_F(FileParameterTest, ProbesNeverDisturbAnOpenStream) {
     userSet->close();
 }
 
+TEST_F(FileParameterTest, AMegabyteArrivesIdentical) {
+    QByteArray content(1 << 20, '\0');
+    for (int i = 0; i < content.size(); ++i)
+        content[i] = static_cast<char>((i * 131) ^ (i >> 9));
+    auto userSet = file("UserSet2");
+    ASSERT_TRUE(userSet->write(content.data(), content.size()));
+    userSet->close();
+    EXPECT_EQ(camera().fileContent(CSimulatedFiles::UserSet2).size(), content.size());
+    QByteArray back;
+    QByteArray chunk(65536, '\0');
+    for (long long count; (count = userSet->read(chunk.data(), chunk.size())) > 0;)
+        back.append(chunk.constData(), static_cast<int>(count));
+    userSet->close();
+    EXPECT_EQ(back, content);
+}
+
 TEST_F(FileParameterTest, DeviceFailuresAreTranslatedAndTheFileWorksAgain) {
     auto log = file("DeviceLog");
     camera().setFileContent(CSimulatedFiles::DeviceLog, "log line\n");

@@ -240,3 +240,65 @@ TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     EXPECT_TRUE(ended) << "the shell did not end on quit";
     tmux({"kill-session", "-t", session});
 }
+
+namespace {
+
+// Runs a shell session with the given lines on its standard input.
+SRun runShell(const QStringList& lines) {
+    QProcess process;
+    process.start(CAMERA_PARAMETERS_TOOL, {"shell"});
+    process.write((lines.join('\n') + "\nquit\n").toUtf8());
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return SRun{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+}
+
+}  // namespace
+
+TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
+    QTemporaryDir folder;
+    const QString settings = folder.filePath("settings.txt");
+    const QString upload = folder.filePath("upload.bin");
+    const QString download = folder.filePath("download.bin");
+    QFile source(upload);
+    ASSERT_TRUE(source.open(QIODevice::WriteOnly));
+    QByteArray bytes;
+    for (int i = 0; i < 3000; ++i)
+        bytes.append(static_cast<char>(i * 7));
+    source.write(bytes);
+    source.close();
+
+    // One device for the whole session: save, change, load, and the saved value is back.
+    const SRun run =
+        runShell({"set Width 1024", "save " + settings, "set Width 320", "load " + settings + " --verify",
+                  "get Width", "file put UserSet1 " + upload, "file get UserSet1 " + download, "files"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("Saved ")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains(QRegExp("@CameraDevice/Width +Integer +RW +Beginner +1024 px")));
+    EXPECT_TRUE(run.out.contains("Wrote 3000 bytes to UserSet1"));
+    EXPECT_TRUE(run.out.contains(QRegExp("UserSet1 +3000  rw")));
+    QFile received(download);
+    ASSERT_TRUE(received.open(QIODevice::ReadOnly));
+    EXPECT_EQ(received.readAll(), bytes);
+
+    // Bad input: failing entries are named, unknown files and missing local files are refused.
+    QFile bad(folder.filePath("bad.txt"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write("# {05D8C294-F295-4dfb-9D01-096BD04049F4}\nWidth\t1000\nNoSuchFeature\t1\nHeight\t240\n");
+    bad.close();
+    SRun failed = runTool({"load", bad.fileName()});
+    EXPECT_EQ(failed.exitCode, 4);
+    EXPECT_TRUE(failed.err.contains("Width") && failed.err.contains("NoSuchFeature"))
+        << failed.err.toStdString();
+    failed = runTool({"load", folder.filePath("missing.txt")});
+    EXPECT_EQ(failed.exitCode, 1);
+    failed = runTool({"file", "get", "NoSuchFile"});
+    EXPECT_EQ(failed.exitCode, 3);
+    failed = runTool({"file", "get", "Firmware"});  // listed, not available
+    EXPECT_EQ(failed.exitCode, 3);
+    failed = runTool({"file", "put", "UserSet1", folder.filePath("missing.bin")});
+    EXPECT_EQ(failed.exitCode, 1);
+    failed = runTool({"file", "remove", "UserSet1"});
+    EXPECT_EQ(failed.exitCode, 2);
+}

@@ -1,5 +1,6 @@
 // The commands of camera-parameters on the public interface of the collection.
 #include "ParameterTool.h"
+#include "DeviceFilesCommands.h"
 #include "FeatureInspector.h"
 #include <QCoreApplication>
 #include <QDateTime>
@@ -43,6 +44,17 @@ int CParameterTool::run() {
         return relations();
     if (command == "dump")
         return dump();
+    CDeviceFilesCommands deviceFiles(m_Collection, m_Out, m_Err);
+    if (command == "save")
+        return deviceFiles.save(m_Options.arguments.at(0));
+    if (command == "load")
+        return deviceFiles.load(m_Options.arguments.at(0), m_Options.verify);
+    if (command == "files")
+        return deviceFiles.files();
+    if (command == "file" && m_Options.arguments.at(0) == "get")
+        return deviceFiles.get(m_Options.arguments.at(1), m_Options.arguments.value(2));
+    if (command == "file")
+        return deviceFiles.put(m_Options.arguments.at(1), m_Options.arguments.at(2));
     CFeatureInspector inspector(m_Collection, m_NodeMap, m_Out, m_Err, m_Options.json, m_Options.visibility);
     if (command == "tree")
         return inspector.tree(m_Options.arguments.value(0));

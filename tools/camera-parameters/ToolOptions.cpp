@@ -3,8 +3,9 @@
 
 namespace {
 
-const QStringList commands = {"list",     "get",  "set",      "watch",   "relations", "dump",  "devices",
-                              "validate", "tree", "describe", "genicam", "execute",   "shell", "help"};
+const QStringList commands = {"list",    "get",      "set",  "watch",    "relations", "dump",
+                              "devices", "validate", "tree", "describe", "genicam",   "execute",
+                              "shell",   "help",     "save", "load",     "files",     "file"};
 const QStringList visibilities = {"Beginner", "Expert", "Guru", "Invisible"};
 
 }  // namespace
@@ -32,6 +33,8 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
     const bool hasValue = index + 1 < all.size();
     if (option == "--json") {
         json = true;
+    } else if (option == "--verify") {
+        verify = true;
     } else if (option == "--all") {
         allNodes = true;
     } else if (option == "--help" || option == "-h") {
@@ -77,6 +80,12 @@ void CToolOptions::checkArguments() {
         m_Error = "validate needs one camera description file.";
     } else if ((command == "describe" || command == "execute") && arguments.size() != 1) {
         m_Error = command + " needs one parameter name.";
+    } else if ((command == "save" || command == "load") && arguments.size() != 1) {
+        m_Error = command + " needs one file name.";
+    } else if (command == "file" &&
+               !((arguments.value(0) == "get" && (arguments.size() == 2 || arguments.size() == 3)) ||
+                 (arguments.value(0) == "put" && arguments.size() == 3))) {
+        m_Error = "Use: file get NAME [OUTPUT] or file put NAME INPUT.";
     } else if (command == "tree" && arguments.size() > 1) {
         m_Error = "tree takes at most one category or feature name.";
     }
@@ -100,6 +109,12 @@ QString CToolOptions::usage() {
            "                                                   selectors and alias of one feature\n"
            "  execute NAME [--seconds S]                       execute a command and wait until done\n"
            "  genicam                                          the device's camera description (XML)\n"
+           "  save FILE                                        the camera's settings to a feature file\n"
+           "  load FILE [--verify]                             settings from a feature file; --verify reads\n"
+           "                                                   them back and names every difference\n"
+           "  files                                            the device's files with size and access\n"
+           "  file get NAME [OUTPUT]                           a device file to OUTPUT (or standard output)\n"
+           "  file put NAME INPUT                              a local file to a device file\n"
            "  shell                                            read commands from the terminal until quit\n"
            "  help, -h, --help                                 this text\n"
            "  validate FILE                                    check a camera description against its\n"

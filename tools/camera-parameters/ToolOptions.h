@@ -18,6 +18,7 @@ public:
     bool json = false;
     bool allNodes = false;
     bool help = false;
+    bool verify = false;
     QString visibility = "Guru";  // the most expert visibility listed
     QString filter;
     double seconds = 3.0;

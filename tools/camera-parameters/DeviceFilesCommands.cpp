@@ -1,0 +1,190 @@
+// Feature streams through the collection, device files through file parameters.
+#include "DeviceFilesCommands.h"
+#include "ParameterTool.h"
+#include <QDateTime>
+#include <QFile>
+#include <QMap>
+#include <parametercollection/Exceptions.h>
+#include <parametercollection/IEnumParameter.h>
+#include <parametercollection/IIntegerParameter.h>
+#include <parametercollection/ParameterPath.h>
+#include <unistd.h>
+
+using namespace ParameterCollection;
+
+namespace {
+
+constexpr int transferChunk = 64 * 1024;
+
+// "Name<TAB>..." entries of a feature stream, keyed by everything before the value.
+QMap<QString, QString> streamEntries(const QString& text) {
+    QMap<QString, QString> entries;
+    for (const QString& line : text.split('\n')) {
+        if (line.startsWith('#') || !line.contains('\t'))
+            continue;
+        const int valueAt = line.lastIndexOf('\t');
+        entries.insert(line.left(valueAt), line.mid(valueAt + 1).remove('\r'));
+    }
+    return entries;
+}
+
+}  // namespace
+
+CDeviceFilesCommands::CDeviceFilesCommands(CParameterCollection& collection, QTextStream& out,
+                                           QTextStream& err)
+    : m_Collection(collection), m_Out(out), m_Err(err) {}
+
+int CDeviceFilesCommands::save(const QString& path) {
+    const QString text = m_Collection.saveFeatureStreamToString(ParameterPath::CameraDevice);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text.toUtf8()) < 0) {
+        m_Err << "Cannot write '" << path << "': " << file.errorString() << "\n";
+        return CParameterTool::Failed;
+    }
+    m_Out << "Saved " << streamEntries(text).size() << " settings to " << path << "\n";
+    return CParameterTool::Done;
+}
+
+int CDeviceFilesCommands::load(const QString& path, bool verify) {
+    if (!QFile::exists(path)) {
+        m_Err << "Cannot read '" << path << "': no such file\n";
+        return CParameterTool::Failed;
+    }
+    QString errorText;
+    if (!m_Collection.loadFeatureStream(path, errorText, ParameterPath::CameraDevice)) {
+        m_Err << "Loading '" << path << "' failed: " << errorText << "\n";
+        return CParameterTool::ValueRefused;
+    }
+    if (verify) {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        const QMap<QString, QString> wanted = streamEntries(QString::fromUtf8(file.readAll()));
+        const QMap<QString, QString> now =
+            streamEntries(m_Collection.saveFeatureStreamToString(ParameterPath::CameraDevice));
+        int differences = 0;
+        for (auto entry = wanted.cbegin(); entry != wanted.cend(); ++entry) {
+            if (now.value(entry.key(), entry.value()) != entry.value()) {
+                m_Err << "Differs after loading: " << entry.key() << " is " << now.value(entry.key())
+                      << ", not " << entry.value() << "\n";
+                ++differences;
+            }
+        }
+        if (differences)
+            return CParameterTool::ValueRefused;
+    }
+    m_Out << "Loaded " << path << "\n";
+    return CParameterTool::Done;
+}
+
+QSharedPointer<IFileParameter> CDeviceFilesCommands::file(const QString& name) {
+    QSharedPointer<IFileParameter> parameter = m_Collection.get(FileParameterName("@CameraDevice/" + name));
+    if (!parameter || !parameter->isAvailable()) {
+        m_Err << "Unknown device file '" << name << "'.\n";
+        return QSharedPointer<IFileParameter>();
+    }
+    return parameter;
+}
+
+int CDeviceFilesCommands::files() {
+    QSharedPointer<IEnumParameter> selector =
+        m_Collection.get(EnumParameterName("@CameraDevice/FileSelector"));
+    if (selector->isEmpty()) {
+        m_Err << "The device has no files.\n";
+        return CParameterTool::UnknownParameter;
+    }
+    QSharedPointer<IIntegerParameter> size = m_Collection.get(IntegerParameterName("@CameraDevice/FileSize"));
+    for (const QString& name : selector->getAllValues()) {
+        QSharedPointer<IFileParameter> parameter =
+            m_Collection.get(FileParameterName("@CameraDevice/" + name));
+        QString bytes = "-";
+        if (parameter->isAvailable() && selector->trySetValue(name) && size->isReadable())
+            bytes = QString::number(size->getValue());
+        const QString access =
+            QString(parameter->isReadable() ? "r" : "-") + (parameter->isWriteable() ? "w" : "-");
+        m_Out << name.leftJustified(24) << bytes.rightJustified(10) << "  " << access << "\n";
+    }
+    return CParameterTool::Done;
+}
+
+// A bar on the terminal once a transfer takes longer than a second.
+void CDeviceFilesCommands::progress(qint64 done, qint64 total) {
+    if (!isatty(STDERR_FILENO) || QDateTime::currentMSecsSinceEpoch() - m_StartedMs < 1000)
+        return;
+    const int width = 40;
+    const int filled = total > 0 ? static_cast<int>(width * done / total) : width;
+    m_Err << "\r[" << QString(filled, '#') << QString(width - filled, ' ') << "] " << done << " bytes";
+    m_Err.flush();
+}
+
+int CDeviceFilesCommands::get(const QString& name, const QString& output) {
+    QSharedPointer<IFileParameter> parameter = file(name);
+    if (!parameter)
+        return CParameterTool::UnknownParameter;
+    if (!parameter->isReadable()) {
+        m_Err << "Device file '" << name << "' is not readable.\n";
+        return CParameterTool::AccessRefused;
+    }
+    QFile target;
+    const bool toFile = !output.isEmpty() && output != "-";
+    if (toFile)
+        target.setFileName(output);
+    if (!(toFile ? target.open(QIODevice::WriteOnly | QIODevice::Truncate)
+                 : target.open(stdout, QIODevice::WriteOnly))) {
+        m_Err << "Cannot write '" << output << "': " << target.errorString() << "\n";
+        return CParameterTool::Failed;
+    }
+    m_StartedMs = QDateTime::currentMSecsSinceEpoch();
+    QByteArray chunk(transferChunk, '\0');
+    qint64 total = 0;
+    try {
+        for (qint64 count; (count = parameter->read(chunk.data(), chunk.size())) > 0;) {
+            target.write(chunk.constData(), count);
+            total += count;
+            progress(total, 0);
+        }
+        parameter->close();
+    } catch (const Core::Exception::BaseException& e) {
+        parameter->close();
+        m_Err << "Reading device file '" << name << "' failed: " << e.getMessage() << "\n";
+        return CParameterTool::Failed;
+    }
+    if (toFile)
+        m_Out << "Read " << total << " bytes of " << name << " to " << output << "\n";
+    return CParameterTool::Done;
+}
+
+int CDeviceFilesCommands::put(const QString& name, const QString& input) {
+    QSharedPointer<IFileParameter> parameter = file(name);
+    if (!parameter)
+        return CParameterTool::UnknownParameter;
+    QFile source(input);
+    if (!source.open(QIODevice::ReadOnly)) {
+        m_Err << "Cannot read '" << input << "': " << source.errorString() << "\n";
+        return CParameterTool::Failed;
+    }
+    if (!parameter->isWriteable()) {
+        m_Err << "Device file '" << name << "' is not writable.\n";
+        return CParameterTool::AccessRefused;
+    }
+    m_StartedMs = QDateTime::currentMSecsSinceEpoch();
+    const qint64 size = source.size();
+    qint64 total = 0;
+    try {
+        while (!source.atEnd()) {
+            QByteArray chunk = source.read(transferChunk);
+            if (!parameter->write(chunk.data(), chunk.size())) {
+                parameter->close();
+                m_Err << "Writing device file '" << name << "' failed after " << total << " bytes.\n";
+                return CParameterTool::Failed;
+            }
+            total += chunk.size();
+            progress(total, size);
+        }
+        parameter->close();
+    } catch (const Core::Exception::BaseException& e) {
+        m_Err << "Writing device file '" << name << "' failed: " << e.getMessage() << "\n";
+        return CParameterTool::Failed;
+    }
+    m_Out << "Wrote " << total << " bytes to " << name << "\n";
+    return CParameterTool::Done;
+}

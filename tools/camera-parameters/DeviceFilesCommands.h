@@ -1,0 +1,34 @@
+// The save, load, files and file commands: camera settings as feature streams, and files on the device.
+#ifndef TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
+#define TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
+
+#include <QTextStream>
+#include <parametercollection/ParameterCollection.h>
+
+class CDeviceFilesCommands {
+public:
+    CDeviceFilesCommands(ParameterCollection::CParameterCollection& collection, QTextStream& out,
+                         QTextStream& err);
+
+    // The camera device's settings to a file.
+    int save(const QString& path);
+    // Settings from a file; failing entries are named. With verify the settings are saved again and every
+    // entry whose value differs from the file is named.
+    int load(const QString& path, bool verify);
+    // The device's files with size and access.
+    int files();
+    // A device file to a local file (or standard output); a local file to a device file.
+    int get(const QString& name, const QString& output);
+    int put(const QString& name, const QString& input);
+
+private:
+    QSharedPointer<ParameterCollection::IFileParameter> file(const QString& name);
+    void progress(qint64 done, qint64 total);
+
+    ParameterCollection::CParameterCollection& m_Collection;
+    QTextStream& m_Out;
+    QTextStream& m_Err;
+    qint64 m_StartedMs = 0;
+};
+
+#endif
