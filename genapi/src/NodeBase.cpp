@@ -228,6 +228,17 @@ void CNodeBase::raiseIfFormulaUnsupported(const char* method) const {
         raise(EError::LogicalError, method, "NULL pointer dereferenced");
 }
 
+bool CNodeBase::anyValueSource(const std::function<bool(const SProperty&, const CNodeBase&)>& test) const {
+    for (const SProperty& property : m_Description.properties) {
+        if (!isValuePointer(property.name))
+            continue;
+        const CNodeBase* target = m_Map.node(property.value);
+        if (target && test(property, *target))
+            return true;
+    }
+    return false;
+}
+
 bool CNodeBase::usesUnsupportedFormula() const {
     CDepthGuard guard(m_AccessDepth);
     if (guard.tooDeep())
@@ -235,20 +246,12 @@ bool CNodeBase::usesUnsupportedFormula() const {
     const std::string& tag = m_Description.tag;
     const bool formula =
         tag == "SwissKnife" || tag == "IntSwissKnife" || tag == "Converter" || tag == "IntConverter";
-    for (const SProperty& property : m_Description.properties) {
-        if (!isValuePointer(property.name))
-            continue;
-        const CNodeBase* target = m_Map.node(property.value);
-        if (!target)
-            continue;
-        if (formula && property.name == "pVariable" && m_Description.has("Constant") &&
-            target->GetPrincipalInterfaceType() == intfIEnumeration) {
-            return true;
-        }
-        if (target->usesUnsupportedFormula())
-            return true;
-    }
-    return false;
+    return anyValueSource([&](const SProperty& property, const CNodeBase& target) {
+        const bool enumerationBesideConstants = formula && property.name == "pVariable" &&
+                                                m_Description.has("Constant") &&
+                                                target.GetPrincipalInterfaceType() == intfIEnumeration;
+        return enumerationBesideConstants || target.usesUnsupportedFormula();
+    });
 }
 
 void CNodeBase::InvalidateNode() {
@@ -285,17 +288,12 @@ ECachingMode CNodeBase::GetCachingMode() const {
     const std::string& tag = m_Description.tag;
     const bool floatFormula = tag == "SwissKnife" || tag == "Converter" || tag == "IntConverter";
     mode = (floatFormula || tag == "FloatReg") ? WriteAround : WriteThrough;
-    for (const SProperty& property : m_Description.properties) {
-        if (!isValuePointer(property.name))
-            continue;
-        const CNodeBase* target = m_Map.node(property.value);
-        if (!target)
-            continue;
-        const ECachingMode targetMode = target->GetCachingMode();
-        if (tag == "IntSwissKnife" && targetMode != NoCache)
-            continue;
-        mode = Combine(mode, targetMode);
-    }
+    anyValueSource([&](const SProperty&, const CNodeBase& target) {
+        const ECachingMode targetMode = target.GetCachingMode();
+        if (tag != "IntSwissKnife" || targetMode == NoCache)
+            mode = Combine(mode, targetMode);
+        return false;
+    });
     return mode;
 }
 

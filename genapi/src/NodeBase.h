@@ -9,6 +9,7 @@
 #include "NodeErrors.h"
 #include "XmlIndex.h"
 #include <arv.h>
+#include <functional>
 #include <type_traits>
 #include <vector>
 
@@ -148,6 +149,8 @@ private:
                        const char* method) const;
     GenApi::EVisibility mostVisibleFeature(GenApi::EVisibility fallback) const;
     bool usesUnsupportedFormula() const;
+    // True when the test holds for a node this one's value is computed from (pValue, pVariable, ...).
+    bool anyValueSource(const std::function<bool(const SProperty&, const CNodeBase&)>& test) const;
     bool isCondition(const char* property) const;
     GenApi::EAccessMode computeAccessMode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;

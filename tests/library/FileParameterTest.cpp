@@ -125,12 +125,9 @@ TEST_F(FileParameterTest, DeviceFailuresAreTranslatedAndTheFileWorksAgain) {
 }
 
 TEST(FileParameterCollection, FilesThroughTheCollectionSurviveDetachAndAttach) {
-    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
-    SimCamera::CSimulatedDevice device;
-    CParameterCollection collection(state);
-    collection.announceNodeMap(ParameterPath::CameraDevice);
-    collection.attachNodeMap(ParameterPath::CameraDevice, device.nodeMap());
-    state->setState(ObjectState_Open);
+    CSimulatedCollection simulated;
+    CParameterCollection& collection = simulated.collection();
+    SimCamera::CSimulatedDevice& device = simulated.device();
 
     auto userSet = collection.get(FileParameterName("@CameraDevice/UserSet1"));
     ASSERT_TRUE(userSet);
@@ -145,5 +142,4 @@ TEST(FileParameterCollection, FilesThroughTheCollectionSurviveDetachAndAttach) {
     EXPECT_TRUE(userSet->isAvailable());
     userSet->parseAndSetValue("kept");
     EXPECT_EQ(device.camera().fileContent(CSimulatedFiles::UserSet1), "kept");
-    collection.detachAllNodeMaps();
 }

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 #include <parametercollection/Exceptions.h>
 #include <parametercollection/ObjectState.h>
+#include <parametercollection/ParameterCollection.h>
+#include <parametercollection/ParameterPath.h>
 #include <parametercollection/ScopedObjectStateLock.h>
 #include <parametercollection/internal/ModeratedParameterEventDecouplerThread.h>
 #include <parametercollection/internal/Parameter.h>
@@ -68,6 +70,24 @@ private:
     SimCamera::CSimulatedDevice m_Device;
     QSharedPointer<CObjectState> m_State;
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
+};
+
+// A collection with the simulated camera attached under "@CameraDevice" and the state open.
+class CSimulatedCollection {
+public:
+    CSimulatedCollection() : m_State(new CObjectState(nullptr)), m_Collection(m_State) {
+        m_Collection.announceNodeMap(ParameterPath::CameraDevice);
+        m_Collection.attachNodeMap(ParameterPath::CameraDevice, m_Device.nodeMap());
+        m_State->setState(ObjectState_Open);
+    }
+    ~CSimulatedCollection() { m_Collection.detachAllNodeMaps(); }
+    CParameterCollection& collection() { return m_Collection; }
+    SimCamera::CSimulatedDevice& device() { return m_Device; }
+
+private:
+    SimCamera::CSimulatedDevice m_Device;  // declared first: the collection lets go of its map first
+    QSharedPointer<CObjectState> m_State;
+    CParameterCollection m_Collection;
 };
 
 // Collects the snapshots a parameter emits decoupled, from whichever thread emits them.

@@ -99,16 +99,11 @@ TEST(NameCatalogue, ConstantsAreTypedNamesLikeHandBuiltOnes) {
     EXPECT_EQ(Sfnc_2_5_0, QVersionNumber(2, 5, 0));
 
     // A constant works with a collection exactly like a name built by hand.
-    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
-    SimCamera::CSimulatedDevice device;
-    CParameterCollection collection(state);
-    collection.announceNodeMap(ParameterPath::CameraDevice);
-    collection.attachNodeMap(ParameterPath::CameraDevice, device.nodeMap());
-    state->setState(ObjectState_Open);
+    CSimulatedCollection simulated;
+    CParameterCollection& collection = simulated.collection();
     EXPECT_EQ(collection.get(TRCamera::Width).data(),
               collection.get(IntegerParameterName("@CameraDevice/Width")).data());
     EXPECT_EQ(collection.get(TRCamera::Width)->getValue(), 640);
-    collection.detachAllNodeMaps();
 }
 
 namespace {

@@ -9,22 +9,13 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QFile>
+#include "ProcessRun.h"
 #include <gtest/gtest.h>
 
 namespace {
 
-struct SRun {
-    int exitCode;
-    QString out;
-    QString err;
-};
-
 SRun runTool(const QStringList& arguments) {
-    QProcess process;
-    process.start(CAMERA_PARAMETERS_TOOL, arguments);
-    EXPECT_TRUE(process.waitForFinished(60000)) << arguments.join(' ').toStdString();
-    return SRun{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+    return runProgram(CAMERA_PARAMETERS_TOOL, arguments);
 }
 
 }  // namespace
@@ -245,13 +236,7 @@ namespace {
 
 // Runs a shell session with the given lines on its standard input.
 SRun runShell(const QStringList& lines) {
-    QProcess process;
-    process.start(CAMERA_PARAMETERS_TOOL, {"shell"});
-    process.write((lines.join('\n') + "\nquit\n").toUtf8());
-    process.closeWriteChannel();
-    EXPECT_TRUE(process.waitForFinished(60000));
-    return SRun{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+    return runProgram(CAMERA_PARAMETERS_TOOL, {"shell"}, (lines.join('\n') + "\nquit\n").toUtf8());
 }
 
 }  // namespace

@@ -4,23 +4,14 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <SimulatedDevice.h>
+#include "ProcessRun.h"
 #include <gtest/gtest.h>
 #include <map>
 
 namespace {
 
-struct SGenerated {
-    int exitCode;
-    QString out;
-    QString err;
-};
-
-SGenerated generate(const QStringList& arguments) {
-    QProcess process;
-    process.start(PARAMETER_NAMES_TOOL, arguments);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    return SGenerated{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                      QString::fromUtf8(process.readAllStandardError())};
+SRun generate(const QStringList& arguments) {
+    return runProgram(PARAMETER_NAMES_TOOL, arguments);
 }
 
 QString writeFile(QTemporaryDir& folder, const QString& name, const QByteArray& content) {
@@ -33,7 +24,7 @@ QString writeFile(QTemporaryDir& folder, const QString& name, const QByteArray& 
 }  // namespace
 
 TEST(ParameterNamesTool, ListsTheFeaturesOfADescriptionByNameAndType) {
-    const SGenerated run = generate({"list", SIMULATED_CAMERA_DESCRIPTION});
+    const SRun run = generate({"list", SIMULATED_CAMERA_DESCRIPTION});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
 
     // The same features, asked of the node map directly: visible features with a typed interface.
@@ -60,8 +51,8 @@ TEST(ParameterNamesTool, ListsTheFeaturesOfADescriptionByNameAndType) {
 
     QTemporaryDir folder;
     const QString header = folder.filePath("SimCam.h");
-    const SGenerated written = generate({"header", "--namespace", "SimCam", "--prefix", "@CameraDevice",
-                                         SIMULATED_CAMERA_DESCRIPTION, "--output", header});
+    const SRun written = generate({"header", "--namespace", "SimCam", "--prefix", "@CameraDevice",
+                                   SIMULATED_CAMERA_DESCRIPTION, "--output", header});
     ASSERT_EQ(written.exitCode, 0) << written.err.toStdString();
     QFile file(header);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -75,7 +66,7 @@ TEST(ParameterNamesTool, BadInputNamesTheFileAndNodeAndWritesNothing) {
     QTemporaryDir folder;
     const QString output = folder.filePath("out.h");
     const QString notXml = writeFile(folder, "notes.xml", "this is not a camera description\n");
-    SGenerated run =
+    SRun run =
         generate({"header", "--namespace", "N", "--prefix", "@CameraDevice", notXml, "--output", output});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(notXml)) << run.err.toStdString();

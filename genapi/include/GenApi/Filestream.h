@@ -50,6 +50,22 @@ private:
     CImpl* m_pImpl;
 };
 
+// An adapter attached to the map with the file open, or null when either fails; an exception from the
+// device passes on after the adapter is freed.
+inline FileProtocolAdapter* OpenDeviceFile(INodeMap* pInterface, const char* pFileName,
+                                           std::ios_base::openmode mode) {
+    FileProtocolAdapter* adapter = new FileProtocolAdapter();
+    try {
+        if (adapter->attach(pInterface) && adapter->openFile(pFileName, mode))
+            return adapter;
+    } catch (...) {
+        delete adapter;
+        throw;
+    }
+    delete adapter;
+    return nullptr;
+}
+
 // Reads a device file sequentially from offset 0, one FileAccessBuffer at a time.
 template <typename CharType, typename Traits>
 class IDevFileStreamBuf : public std::basic_streambuf<CharType, Traits> {
@@ -71,17 +87,10 @@ public:
                        std::ios_base::openmode mode = std::ios_base::in) {
         if (m_pAdapter)
             return nullptr;
-        m_pAdapter = new FileProtocolAdapter();
+        m_pAdapter = OpenDeviceFile(pInterface, pFileName, mode);
+        if (!m_pAdapter)
+            return nullptr;
         m_file = pFileName;
-        try {
-            if (!m_pAdapter->attach(pInterface) || !m_pAdapter->openFile(pFileName, mode)) {
-                release();
-                return nullptr;
-            }
-        } catch (...) {
-            release();
-            throw;
-        }
         m_BufSize =
             GENICAM_NAMESPACE::INTEGRAL_CAST<GenICam_streamsize>(m_pAdapter->getBufSize(pFileName, mode));
         if (m_BufSize <= 0) {
@@ -165,17 +174,10 @@ public:
     filebuf_type* open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode) {
         if (m_pAdapter)
             return nullptr;
-        m_pAdapter = new FileProtocolAdapter();
+        m_pAdapter = OpenDeviceFile(pInterface, pFileName, mode);
+        if (!m_pAdapter)
+            return nullptr;
         m_file = pFileName;
-        try {
-            if (!m_pAdapter->attach(pInterface) || !m_pAdapter->openFile(pFileName, mode)) {
-                release();
-                return nullptr;
-            }
-        } catch (...) {
-            release();
-            throw;
-        }
         const int64_t size = m_pAdapter->getBufSize(m_file, mode);
         if (size <= 0) {
             m_pAdapter->closeFile(pFileName);
