@@ -265,22 +265,20 @@ private:
     int64_t m_fpos;
 };
 
-template <typename CharType, typename Traits>
-class ODevFileStreamBase : public std::basic_ostream<CharType, Traits> {
+// The stream around a device file buffer: open and close set the stream's state as std streams do.
+template <typename Stream, typename Buffer, std::ios_base::openmode DefaultMode>
+class DevFileStreamT : public Stream {
 public:
-    typedef ODevFileStreamBuf<CharType, Traits> filebuf_type;
-    typedef std::basic_ostream<CharType, Traits> ostream_type;
+    typedef Buffer filebuf_type;
 
-    ODevFileStreamBase() : ostream_type(&m_streambuf) {}
-    ODevFileStreamBase(INodeMap* pInterface, const char* pFileName,
-                       std::ios_base::openmode mode = std::ios_base::out | std::ios_base::trunc)
-        : ostream_type(&m_streambuf) {
+    DevFileStreamT() : Stream(&m_streambuf) {}
+    DevFileStreamT(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode = DefaultMode)
+        : Stream(&m_streambuf) {
         open(pInterface, pFileName, mode);
     }
     filebuf_type* rdbuf() const { return const_cast<filebuf_type*>(&m_streambuf); }
     bool is_open() const { return m_streambuf.is_open(); }
-    void open(INodeMap* pInterface, const char* pFileName,
-              std::ios_base::openmode mode = std::ios_base::out | std::ios_base::trunc) {
+    void open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode = DefaultMode) {
         if (!m_streambuf.open(pInterface, pFileName, mode))
             this->setstate(std::ios_base::failbit);
         else
@@ -296,32 +294,26 @@ private:
 };
 
 template <typename CharType, typename Traits>
-class IDevFileStreamBase : public std::basic_istream<CharType, Traits> {
+class ODevFileStreamBase
+    : public DevFileStreamT<std::basic_ostream<CharType, Traits>, ODevFileStreamBuf<CharType, Traits>,
+                            std::ios_base::out | std::ios_base::trunc> {
+    typedef DevFileStreamT<std::basic_ostream<CharType, Traits>, ODevFileStreamBuf<CharType, Traits>,
+                           std::ios_base::out | std::ios_base::trunc>
+        base;
+
 public:
-    typedef IDevFileStreamBuf<CharType, Traits> filebuf_type;
-    typedef std::basic_istream<CharType, Traits> istream_type;
+    using base::base;
+};
 
-    IDevFileStreamBase() : istream_type(&m_streambuf) {}
-    IDevFileStreamBase(INodeMap* pInterface, const char* pFileName,
-                       std::ios_base::openmode mode = std::ios_base::in)
-        : istream_type(&m_streambuf) {
-        open(pInterface, pFileName, mode);
-    }
-    filebuf_type* rdbuf() const { return const_cast<filebuf_type*>(&m_streambuf); }
-    bool is_open() const { return m_streambuf.is_open(); }
-    void open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode = std::ios_base::in) {
-        if (!m_streambuf.open(pInterface, pFileName, mode))
-            this->setstate(std::ios_base::failbit);
-        else
-            this->clear();
-    }
-    void close() {
-        if (!m_streambuf.close())
-            this->setstate(std::ios_base::failbit);
-    }
+template <typename CharType, typename Traits>
+class IDevFileStreamBase : public DevFileStreamT<std::basic_istream<CharType, Traits>,
+                                                 IDevFileStreamBuf<CharType, Traits>, std::ios_base::in> {
+    typedef DevFileStreamT<std::basic_istream<CharType, Traits>, IDevFileStreamBuf<CharType, Traits>,
+                           std::ios_base::in>
+        base;
 
-private:
-    filebuf_type m_streambuf;
+public:
+    using base::base;
 };
 
 typedef ODevFileStreamBase<char, std::char_traits<char> > ODevFileStream;
