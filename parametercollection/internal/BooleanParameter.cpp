@@ -36,7 +36,7 @@ bool CBooleanParameter::attach(INodeMap* nodeMap) {
 void CBooleanParameter::setValue(bool value, bool verify) {
     standardWrite(announcementText(static_cast<long long>(value)), [&] {
         if (m_Boolean)
-            m_Boolean->SetValue(value, verify);
+            m_Boolean.load()->SetValue(value, verify);
     });
 }
 
@@ -55,7 +55,7 @@ bool CBooleanParameter::trySetValue(bool value) {
 
 bool CBooleanParameter::getValueOrDefault(bool defaultValue) {
     CScopedObjectStateLock lock(objectState());
-    return m_Boolean && inReadableMode() ? m_Boolean->GetValue(false, false) : defaultValue;
+    return m_Boolean && inReadableMode() ? m_Boolean.load()->GetValue(false, false) : defaultValue;
 }
 
 bool CBooleanParameter::updateCachedParameterData() {

@@ -4,6 +4,7 @@
 
 #include "../IBooleanParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IBoolean.h>
 
 namespace ParameterCollection {
@@ -28,7 +29,8 @@ public:
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
 private:
-    GENAPI_NAMESPACE::IBoolean* m_Boolean;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IBoolean*> m_Boolean;
 };
 
 }  // namespace Internal

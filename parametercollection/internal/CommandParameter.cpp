@@ -46,7 +46,7 @@ bool CCommandParameter::tryExecute() {
 bool CCommandParameter::isDone() {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(objectState());
-        return !m_Command || !inReadableMode() || m_Command->IsDone(true);
+        return !m_Command || !inReadableMode() || m_Command.load()->IsDone(true);
     });
 }
 
@@ -55,7 +55,7 @@ bool CCommandParameter::isExecuting() {
         return false;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(objectState());
-        return m_Command && inReadableMode() && !m_Command->IsDone(true);
+        return m_Command && inReadableMode() && !m_Command.load()->IsDone(true);
     });
 }
 

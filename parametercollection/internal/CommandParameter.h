@@ -4,6 +4,7 @@
 
 #include "../ICommandParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/ICommand.h>
 
 namespace ParameterCollection {
@@ -26,7 +27,8 @@ public:
     QSharedPointer<ParameterData> getCachedParameterData() override;
 
 private:
-    GENAPI_NAMESPACE::ICommand* m_Command;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::ICommand*> m_Command;
 };
 
 }  // namespace Internal

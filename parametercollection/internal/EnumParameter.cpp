@@ -65,7 +65,7 @@ bool CEnumParameter::canSetValue(QString value) {
         raiseExceptionIfDisposed();
         if (!m_Enumeration || !inWritableMode())
             return false;
-        IEnumEntry* entry = m_Enumeration->GetEntryByName(value.toUtf8().constData());
+        IEnumEntry* entry = m_Enumeration.load()->GetEntryByName(value.toUtf8().constData());
         return entry && available(entry->GetAccessMode());
     });
 }
@@ -78,7 +78,8 @@ void CEnumParameter::setValue(QString value) {
         raiseExceptionIfNotWritable();
         const QByteArray utf8 = value.toUtf8();
         announceValue(value);
-        CValuePtr(m_Enumeration ? m_Enumeration->GetNode() : nullptr)->FromString(utf8.constData(), true);
+        CValuePtr(m_Enumeration ? m_Enumeration.load()->GetNode() : nullptr)
+            ->FromString(utf8.constData(), true);
     });
 }
 
@@ -140,7 +141,7 @@ QVector<QString> CEnumParameter::entryNames(bool (*accepted)(EAccessMode)) {
     if (!m_Enumeration)
         return names;
     NodeList_t entries;
-    m_Enumeration->GetEntries(entries);
+    m_Enumeration.load()->GetEntries(entries);
     for (INode* node : entries) {
         IEnumEntry* entry = dynamic_cast<IEnumEntry*>(node);
         if (entry && accepted(node->GetAccessMode()))
@@ -178,7 +179,8 @@ QSharedPointer<IAdvancedParameterAccess> CEnumParameter::getAdvancedValuePropert
 }
 
 QString CEnumParameter::displayNameOf(const QString& value) {
-    IEnumEntry* entry = m_Enumeration ? m_Enumeration->GetEntryByName(value.toUtf8().constData()) : nullptr;
+    IEnumEntry* entry =
+        m_Enumeration ? m_Enumeration.load()->GetEntryByName(value.toUtf8().constData()) : nullptr;
     return entry ? QString::fromUtf8(entry->GetNode()->GetDisplayName().c_str()) : value;
 }
 

@@ -5,6 +5,7 @@
 #include "../IEnumParameter.h"
 #include "IEnumValueAdvancedParameterAccessSource.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IEnumeration.h>
 
 namespace ParameterCollection {
@@ -47,7 +48,8 @@ private:
     QVector<QString> entryNames(bool (*accepted)(GENAPI_NAMESPACE::EAccessMode));
     bool refreshSettableValues(bool wasValid, CNodeMapLock& mapLock);
 
-    GENAPI_NAMESPACE::IEnumeration* m_Enumeration;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IEnumeration*> m_Enumeration;
     IEnumValueAdvancedParameterAccessSource* m_ValuePropertySource;
 };
 

@@ -73,13 +73,13 @@ bool CFloatParameter::hasIncrement() {
 void CFloatParameter::setValue(double value) {
     standardWrite(announcementText(value), [&] {
         if (m_Float)
-            m_Float->SetValue(value, true);
+            m_Float.load()->SetValue(value, true);
     });
 }
 
 double CFloatParameter::getValueOrDefault(double defaultValue) {
     CScopedObjectStateLock lock(objectState());
-    return m_Float && inReadableMode() ? m_Float->GetValue(false, false) : defaultValue;
+    return m_Float && inReadableMode() ? m_Float.load()->GetValue(false, false) : defaultValue;
 }
 
 bool CFloatParameter::trySetValue(double value) {
@@ -191,7 +191,8 @@ bool CFloatParameter::updateCachedParameterData() {
         const double maximum = getMaximum();
         const bool increments = hasIncrement();
         const double increment = increments ? getIncrement() : data.increment;
-        const qint64 precision = translateGenICamExceptions([&] { return m_Float->GetDisplayPrecision(); });
+        const qint64 precision =
+            translateGenICamExceptions([&] { return m_Float.load()->GetDisplayPrecision(); });
         const QString representation =
             getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
         if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&

@@ -4,6 +4,7 @@
 
 #include "../IFloatParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IFloat.h>
 
 namespace ParameterCollection {
@@ -44,7 +45,8 @@ private:
     void writePercentOfRange(double percent);
     void writeLimit(double (GENAPI_NAMESPACE::IFloat::*limit)());
 
-    GENAPI_NAMESPACE::IFloat* m_Float;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IFloat*> m_Float;
 };
 
 }  // namespace Internal

@@ -81,13 +81,13 @@ long long CIntegerParameter::getIncrement() {
 void CIntegerParameter::setValue(long long value, bool verify) {
     standardWrite(announcementText(value), [&] {
         if (m_Integer)
-            m_Integer->SetValue(value, verify);
+            m_Integer.load()->SetValue(value, verify);
     });
 }
 
 long long CIntegerParameter::getValueOrDefault(long long defaultValue) {
     CScopedObjectStateLock lock(objectState());
-    return m_Integer && inReadableMode() ? static_cast<long long>(m_Integer->GetValue(false, false))
+    return m_Integer && inReadableMode() ? static_cast<long long>(m_Integer.load()->GetValue(false, false))
                                          : defaultValue;
 }
 
@@ -114,7 +114,7 @@ void CIntegerParameter::setValue(long long value, EIntegerValueCorrection correc
     if (correction == IntegerValueCorrection_None) {
         announceValue(announcementText(value));
         if (m_Integer)
-            m_Integer->SetValue(value, true);
+            m_Integer.load()->SetValue(value, true);
         return;
     }
     CScopedObjectStateLock lock(objectState());

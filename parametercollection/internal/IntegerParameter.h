@@ -4,6 +4,7 @@
 
 #include "../IIntegerParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IInteger.h>
 
 namespace ParameterCollection {
@@ -44,7 +45,8 @@ private:
     void writePercentOfRange(double percent);
     void writeLimit(int64_t (GENAPI_NAMESPACE::IInteger::*limit)());
 
-    GENAPI_NAMESPACE::IInteger* m_Integer;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IInteger*> m_Integer;
 };
 
 }  // namespace Internal

@@ -108,7 +108,10 @@ void CParameter::attachToAdvancedParameters() {
 // Only a detach or a successful attach binds it: a parameter that was never bound keeps an empty
 // announcer, whose call throws std::bad_function_call.
 void CParameter::bindSetValueAnnouncer() {
+    if (m_AnnouncerBound.load(std::memory_order_acquire))
+        return;
     m_SetValueAnnouncer = [this](QString const& value) { postSetValue(value); };
+    m_AnnouncerBound.store(true, std::memory_order_release);
 }
 
 void CParameter::postSetValue(QString const& value) {
@@ -116,11 +119,13 @@ void CParameter::postSetValue(QString const& value) {
 }
 
 void CParameter::announceValue(QString const& value) {
+    if (!m_AnnouncerBound.load(std::memory_order_acquire))
+        throw std::bad_function_call();
     m_SetValueAnnouncer(value);
 }
 
 EAccessMode CParameter::nodeAccessMode() {
-    return m_Node->GetAccessMode();
+    return m_Node.load()->GetAccessMode();
 }
 
 bool CParameter::isReadable() {
@@ -162,7 +167,7 @@ int CParameter::getVisibility() {
         return _UndefinedVisibility;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        return static_cast<int>(m_Node->GetVisibility());
+        return static_cast<int>(m_Node.load()->GetVisibility());
     });
 }
 
@@ -171,7 +176,7 @@ EParameterType CParameter::getParameterType() {
         return ParameterType_Undefined;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        return parameterTypeOf(m_Node->GetPrincipalInterfaceType());
+        return parameterTypeOf(m_Node.load()->GetPrincipalInterfaceType());
     });
 }
 
@@ -191,7 +196,7 @@ void CParameter::raiseExceptionIfDeviceNotOpen() {
 void CParameter::raiseExceptionIfNotWritable() {
     if (isEmpty())
         throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
-    if (!m_Node || !IsWritable(m_Node->GetAccessMode())) {
+    if (!m_Node || !IsWritable(m_Node.load()->GetAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not writable."));
     }
 }
@@ -199,7 +204,7 @@ void CParameter::raiseExceptionIfNotWritable() {
 void CParameter::raiseExceptionIfNotReadable() {
     if (isEmpty())
         throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
-    if (!m_Node || !IsReadable(m_Node->GetAccessMode())) {
+    if (!m_Node || !IsReadable(m_Node.load()->GetAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not readable."));
     }
 }
@@ -213,7 +218,7 @@ QString CParameter::toString() {
         return QStringLiteral("<error>");
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        IValue* value = dynamic_cast<IValue*>(m_Node);
+        IValue* value = dynamic_cast<IValue*>(m_Node.load());
         return value ? QString::fromLatin1(value->ToString(false, false).c_str())
                      : QStringLiteral("<no value>");
     });
@@ -226,7 +231,7 @@ void CParameter::parseAndSetValue(QString const& text) {
         raiseExceptionIfNotWritable();
         const QByteArray utf8 = text.toUtf8();
         announceValue(text);
-        CValuePtr value(m_Node);
+        CValuePtr value(m_Node.load());
         value->FromString(utf8.constData(), true);
     });
 }
@@ -292,15 +297,15 @@ void CParameter::onGenApiCallback(INode* node) {
 }
 
 bool CParameter::inReadableMode() {
-    return m_Node && IsReadable(m_Node->GetAccessMode());
+    return m_Node && IsReadable(m_Node.load()->GetAccessMode());
 }
 
 bool CParameter::inWritableMode() {
-    return m_Node && IsWritable(m_Node->GetAccessMode());
+    return m_Node && IsWritable(m_Node.load()->GetAccessMode());
 }
 
 bool CParameter::inReadWriteMode() {
-    return m_Node && m_Node->GetAccessMode() == RW;
+    return m_Node && m_Node.load()->GetAccessMode() == RW;
 }
 
 void CParameter::raiseFeatureNotPresent() {

@@ -97,12 +97,16 @@ protected:
             raiseFeatureNotPresent();
         return node;
     }
+    template <typename Node>
+    Node* requireNode(const std::atomic<Node*>& node) {
+        return requireNode(node.load());
+    }
     [[noreturn]] static void raiseFeatureNotPresent();
     // The bound node as one of GenApi's typed interfaces; logs "TypeMismatch on Attach" when asked to
     // and the node has another interface.
     template <typename Node>
     Node* nodeAs(bool logMismatch) {
-        Node* typed = dynamic_cast<Node*>(m_Node);
+        Node* typed = dynamic_cast<Node*>(m_Node.load());
         if (!typed && m_Node && logMismatch)
             logTypeMismatch();
         return typed;
@@ -123,14 +127,15 @@ protected:
     static QString announcementText(double value);
 
     // The standard read: state lock, disposed and readable guards, then the read of the typed node (a
-    // missing typed node raises "Feature not present"), with GenICam exceptions translated.
+    // missing typed node raises "Feature not present"), with GenICam exceptions translated. The node is
+    // taken only under the lock, so that a read never uses a node of a map attached meanwhile.
     template <typename Node, typename Read>
-    auto standardRead(Node* node, Read read) -> decltype(read(node)) {
+    auto standardRead(const std::atomic<Node*>& node, Read read) -> decltype(read(node.load())) {
         return translateGenICamExceptions([&] {
             CScopedObjectStateLock lock(m_ObjectState.data());
             raiseExceptionIfDisposed();
             raiseExceptionIfNotReadable();
-            return read(requireNode(node));
+            return read(requireNode(node.load()));
         });
     }
     // The standard write: state lock, disposed and writable guards, the announcement, then the write,
@@ -190,9 +195,14 @@ private:
     std::atomic<bool> m_ChangePending;
     QString m_Name;
     QString m_NodeMapName;
-    bool m_Attached;
-    GENAPI_NAMESPACE::INode* m_Node;
+    // Read without the state lock by isEmpty (toString's first tests, the unlocked guards).
+    std::atomic<bool> m_Attached;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::INode*> m_Node;
     std::function<void(QString const&)> m_SetValueAnnouncer;
+    // Set once the announcer is bound; it is bound only once, since its target never changes, so that an
+    // unchecked write may call it without the lock.
+    std::atomic<bool> m_AnnouncerBound{false};
     GENAPI_NAMESPACE::CallbackHandleType m_CallbackHandle;
     bool m_CallbackRegistered;
     QSharedPointer<CAdvancedParameterAccess> m_AdvancedAccess;

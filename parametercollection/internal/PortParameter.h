@@ -4,6 +4,7 @@
 
 #include "../IPortParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IPort.h>
 
 namespace ParameterCollection {
@@ -26,7 +27,8 @@ private:
     static bool checkTransfer(void* buffer, qint64 length);
     GENAPI_NAMESPACE::IPort* requirePort();
 
-    GENAPI_NAMESPACE::IPort* m_Port;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IPort*> m_Port;
 };
 
 }  // namespace Internal

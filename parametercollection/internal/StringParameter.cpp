@@ -47,7 +47,7 @@ void CStringParameter::announceAndWriteText(const QString& value) {
     const QByteArray utf8 = value.toUtf8();
     announceValue(value);
     if (m_String)
-        m_String->SetValue(utf8.constData(), true);
+        m_String.load()->SetValue(utf8.constData(), true);
 }
 
 void CStringParameter::setValue(QString value) {
@@ -74,7 +74,7 @@ QString CStringParameter::getValueOrDefault(QString defaultValue) {
         CScopedObjectStateLock lock(objectState());
         if (!m_String || !inReadableMode())
             return defaultValue;
-        return QString::fromLatin1(m_String->GetValue(false, false).c_str());
+        return QString::fromLatin1(m_String.load()->GetValue(false, false).c_str());
     });
 }
 

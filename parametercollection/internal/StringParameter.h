@@ -4,6 +4,7 @@
 
 #include "../IStringParameter.h"
 #include "Parameter.h"
+#include <atomic>
 #include <GenApi/IString.h>
 
 namespace ParameterCollection {
@@ -31,7 +32,8 @@ public:
 private:
     void announceAndWriteText(const QString& value);
 
-    GENAPI_NAMESPACE::IString* m_String;
+    // Written by attach under the state lock, read by operations that test it first without it.
+    std::atomic<GENAPI_NAMESPACE::IString*> m_String;
 };
 
 }  // namespace Internal

@@ -83,6 +83,7 @@ public:
     ~CSimulatedCollection() { m_Collection.detachAllNodeMaps(); }
     CParameterCollection& collection() { return m_Collection; }
     SimCamera::CSimulatedDevice& device() { return m_Device; }
+    CObjectState& state() { return *m_State; }
 
 private:
     SimCamera::CSimulatedDevice m_Device;  // declared first: the collection lets go of its map first
