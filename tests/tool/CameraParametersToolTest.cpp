@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QFile>
+#include "../FakeCameraLock.h"
 #include "ProcessRun.h"
 #include <gtest/gtest.h>
 
@@ -286,4 +287,25 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     EXPECT_EQ(failed.exitCode, 1);
     failed = runTool({"file", "remove", "UserSet1"});
     EXPECT_EQ(failed.exitCode, 2);
+}
+
+TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
+    if (QStandardPaths::findExecutable("arv-fake-gv-camera-0.8").isEmpty())
+        GTEST_SKIP() << "arv-fake-gv-camera-0.8 is not installed";
+    CFakeCameraLock lock;
+    QProcess camera;
+    camera.start("arv-fake-gv-camera-0.8", {"-i", "127.0.0.1"});
+    ASSERT_TRUE(camera.waitForStarted(5000));
+    QThread::msleep(1500);
+    QProcess watch;
+    watch.start(CAMERA_PARAMETERS_TOOL,
+                {"--device", "aravis:Aravis-Fake-GV01", "watch", "Width", "--seconds", "60"});
+    ASSERT_TRUE(watch.waitForStarted(5000));
+    QThread::msleep(1500);
+    camera.kill();
+    camera.waitForFinished(5000);
+    ASSERT_TRUE(watch.waitForFinished(45000)) << "watch did not notice the loss";
+    EXPECT_EQ(watch.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(watch.readAllStandardError())
+                    .contains("Device 'aravis:Aravis-Fake-GV01' stopped answering"));
 }

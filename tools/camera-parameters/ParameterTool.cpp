@@ -103,14 +103,24 @@ int CParameterTool::get() {
             result = UnknownParameter;
             continue;
         }
-        if (!parameter->isReadable()) {
-            m_Err << "Parameter '" << parameter->getFullName() << "' is not readable.\n";
-            result = AccessRefused;
-            continue;
+        try {
+            if (!parameter->isReadable()) {
+                m_Err << "Parameter '" << parameter->getFullName() << "' is not readable.\n";
+                result = AccessRefused;
+                continue;
+            }
+            parameter->toString();  // a device that stopped answering says so here
+        } catch (const Core::Exception::BaseException& e) {
+            return deviceStoppedAnswering(e);
         }
         m_Printer.print(*parameter);
     }
     return result;
+}
+
+int CParameterTool::deviceStoppedAnswering(const Core::Exception::BaseException& e) {
+    m_Err << "Device '" << m_Options.device << "' stopped answering: " << e.getMessage() << "\n";
+    return Failed;
 }
 
 int CParameterTool::set() {
@@ -128,6 +138,8 @@ int CParameterTool::set() {
     } catch (const Core::Exception::InvalidOperationException& e) {
         m_Err << "Parameter '" << parameter->getFullName() << "' cannot be set: " << e.getMessage() << "\n";
         return AccessRefused;
+    } catch (const Core::Exception::BaseException& e) {
+        return deviceStoppedAnswering(e);
     }
     if (parameter->isReadable())
         m_Printer.print(*parameter);
@@ -165,13 +177,20 @@ int CParameterTool::watch() {
             Qt::QueuedConnection);
         parameter->scheduleParameterDataChangedCheck(true);
     }
+    // Polling also tells whether the device still answers: a loss ends the watch with a failure.
     QTimer poller;
-    QObject::connect(&poller, &QTimer::timeout, [this] { m_Collection.poll(100); });
+    QObject::connect(&poller, &QTimer::timeout, [this, &watched] {
+        try {
+            m_Collection.poll(100);
+            watched.first()->getParameterData();
+        } catch (const Core::Exception::BaseException& e) {
+            QCoreApplication::exit(deviceStoppedAnswering(e));
+        }
+    });
     poller.start(100);
     QTimer::singleShot(static_cast<int>(m_Options.seconds * 1000), QCoreApplication::instance(),
-                       &QCoreApplication::quit);
-    QCoreApplication::exec();
-    return Done;
+                       [] { QCoreApplication::exit(Done); });
+    return QCoreApplication::exec();
 }
 
 int CParameterTool::relations() {

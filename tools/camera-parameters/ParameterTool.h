@@ -6,6 +6,7 @@
 #include "ToolOptions.h"
 #include <GenApi/INodeMap.h>
 #include <QTextStream>
+#include <parametercollection/Exceptions.h>
 #include <parametercollection/ParameterCollection.h>
 
 class CParameterTool {
@@ -34,6 +35,8 @@ private:
     // The parameter of a full or bare name; null (with a message) when there is none.
     QSharedPointer<ParameterCollection::IParameter> find(const QString& name);
     bool listed(ParameterCollection::IParameter& parameter);
+    // Names the device that failed a call, and answers the exit code for it.
+    int deviceStoppedAnswering(const Core::Exception::BaseException& e);
 
     ParameterCollection::CParameterCollection& m_Collection;
     GenApi::INodeMap* m_NodeMap;
