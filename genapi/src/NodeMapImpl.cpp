@@ -186,7 +186,8 @@ void CNodeMapImpl::createNodes() {
                 for (const GSList* item = arv_gc_enumeration_get_entries(ARV_GC_ENUMERATION(owner)); item;
                      item = item->next) {
                     ArvGcFeatureNode* entry = ARV_GC_FEATURE_NODE(item->data);
-                    if (description.xmlName == arv_gc_feature_node_get_name(entry))
+                    const char* entryName = arv_gc_feature_node_get_name(entry);  // null for a nameless entry
+                    if (entryName && description.xmlName == entryName)
                         arvNode = ARV_GC_NODE(entry);
                 }
             }

@@ -113,4 +113,11 @@ TEST_F(SimulatedCameraTest, DescriptionsThatAreNoXmlDoNotLoad) {
     // Without a port nothing that needs the device can be read.
     EXPECT_EQ(loaded._GetNode("Width")->GetAccessMode(), NI);
     EXPECT_FALSE(loaded._Connect(&camera(), "NoSuchPort"));
+
+    // An enumeration entry without a name (found by fuzzing) loads and is simply not listed by name.
+    std::string nameless = xml;
+    const std::string named = "<EnumEntry Name=\"Line0\"";
+    nameless.replace(nameless.find(named), named.size(), "<EnumEntry Naee=\"Line0\"");
+    CNodeMapRef tolerant;
+    EXPECT_NO_THROW(tolerant._LoadXMLFromString(gcstring(nameless.c_str(), nameless.size())));
 }
