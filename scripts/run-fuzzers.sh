@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang (in build-fuzz/) and runs each for the given seconds (default
-# 60) from its seed corpus; any crash, leak or timeout fails the script and leaves its input in build-fuzz/.
+# 60) from its starting corpus; any crash, leak or timeout fails the script and leaves its input in build-fuzz/.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 seconds="${1:-60}"
