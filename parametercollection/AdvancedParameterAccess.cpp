@@ -3,6 +3,7 @@
 #include "Exceptions.h"
 #include "ScopedObjectStateLock.h"
 #include "internal/GenICamExceptionTranslation.h"
+#include "internal/VisibilityText.h"
 #include <GenApi/EnumClasses.h>
 #include <GenApi/GenApi.h>
 #include <QJsonArray>
@@ -28,21 +29,6 @@ QString fromUtf8(const GENICAM_NAMESPACE::gcstring& text) {
 }
 QString yesOrNo(bool value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-QString visibilityText(EVisibility visibility) {
-    switch (visibility) {
-        case Beginner:
-            return QStringLiteral("Beginner");
-        case Expert:
-            return QStringLiteral("Expert");
-        case Guru:
-            return QStringLiteral("Guru");
-        case Invisible:
-            return QStringLiteral("Invisible");
-        default:
-            return QStringLiteral("_UndefinedVisibility");
-    }
 }
 
 QString nameSpaceText(ENameSpace nameSpace) {
@@ -81,7 +67,7 @@ const std::map<QString, PropertyReader>& alwaysContainedKeys() {
         {"DisplayName", [](INode* n) { return fromLatin1(n->GetDisplayName()); }},
         {"DocuURL", [](INode* n) { return fromLatin1(n->GetDocuURL()); }},
         {"IsDeprecated", [](INode* n) { return yesOrNo(n->IsDeprecated()); }},
-        {"Visibility", [](INode* n) { return visibilityText(n->GetVisibility()); }},
+        {"Visibility", [](INode* n) { return Internal::visibilityText(n->GetVisibility(), QStringLiteral("_UndefinedVisibility")); }},
         {"Namespace", [](INode* n) { return nameSpaceText(n->GetNameSpace()); }},
         {"IsCacheable", [](INode* n) { return yesOrNo(n->IsCachable()); }},
         {"IsAccessModeCacheable", [](INode* n) { return yesNoText(n->IsAccessModeCacheable()); }},

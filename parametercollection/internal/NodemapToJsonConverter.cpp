@@ -1,5 +1,6 @@
 // Depth-first export; filtered nodes give empty objects that their parent drops.
 #include "NodemapToJsonConverter.h"
+#include "VisibilityText.h"
 #include <GenApi/GenApi.h>
 #include <QJsonArray>
 
@@ -63,18 +64,7 @@ QString CNodemapToJsonConverter::getNodeType(INode* node) {
 }
 
 QString CNodemapToJsonConverter::getNodeVisibility(INode* node) {
-    switch (node->GetVisibility()) {
-        case Beginner:
-            return QStringLiteral("Beginner");
-        case Expert:
-            return QStringLiteral("Expert");
-        case Guru:
-            return QStringLiteral("Guru");
-        case Invisible:
-            return QStringLiteral("Invisible");
-        default:
-            return QStringLiteral("<undefined>");
-    }
+    return visibilityText(node->GetVisibility(), QStringLiteral("<undefined>"));
 }
 
 }  // namespace Internal
