@@ -124,14 +124,17 @@ void CParameter::announceValue(QString const& value) {
     m_SetValueAnnouncer(value);
 }
 
+// The access mode of the bound node, NI once none is bound: the unlocked guards of the access queries may
+// pass just before a detach, and the answer is then the one the guard would have given a moment later.
 EAccessMode CParameter::nodeAccessMode() {
-    return m_Node.load()->GetAccessMode();
+    INode* node = m_Node.load();
+    return node ? node->GetAccessMode() : NI;
 }
 
 bool CParameter::isReadable() {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        return m_Node && IsReadable(nodeAccessMode());
+        return IsReadable(nodeAccessMode());
     });
 }
 
@@ -167,7 +170,8 @@ int CParameter::getVisibility() {
         return _UndefinedVisibility;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        return static_cast<int>(m_Node.load()->GetVisibility());
+        INode* node = m_Node.load();
+        return node ? static_cast<int>(node->GetVisibility()) : static_cast<int>(_UndefinedVisibility);
     });
 }
 
@@ -176,7 +180,8 @@ EParameterType CParameter::getParameterType() {
         return ParameterType_Undefined;
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        return parameterTypeOf(m_Node.load()->GetPrincipalInterfaceType());
+        INode* node = m_Node.load();
+        return node ? parameterTypeOf(node->GetPrincipalInterfaceType()) : ParameterType_Undefined;
     });
 }
 
@@ -196,7 +201,7 @@ void CParameter::raiseExceptionIfDeviceNotOpen() {
 void CParameter::raiseExceptionIfNotWritable() {
     if (isEmpty())
         throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
-    if (!m_Node || !IsWritable(m_Node.load()->GetAccessMode())) {
+    if (!IsWritable(nodeAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not writable."));
     }
 }
@@ -204,7 +209,7 @@ void CParameter::raiseExceptionIfNotWritable() {
 void CParameter::raiseExceptionIfNotReadable() {
     if (isEmpty())
         throw Core::Exception::InvalidOperationException(QObject::tr("Node is empty."));
-    if (!m_Node || !IsReadable(m_Node.load()->GetAccessMode())) {
+    if (!IsReadable(nodeAccessMode())) {
         throw Core::Exception::InvalidOperationException(QObject::tr("Node not readable."));
     }
 }
@@ -297,15 +302,15 @@ void CParameter::onGenApiCallback(INode* node) {
 }
 
 bool CParameter::inReadableMode() {
-    return m_Node && IsReadable(m_Node.load()->GetAccessMode());
+    return IsReadable(nodeAccessMode());
 }
 
 bool CParameter::inWritableMode() {
-    return m_Node && IsWritable(m_Node.load()->GetAccessMode());
+    return IsWritable(nodeAccessMode());
 }
 
 bool CParameter::inReadWriteMode() {
-    return m_Node && m_Node.load()->GetAccessMode() == RW;
+    return nodeAccessMode() == RW;
 }
 
 void CParameter::raiseFeatureNotPresent() {

@@ -10,6 +10,8 @@
 #include <parametercollection/IEnumParameter.h>
 #include <parametercollection/IFloatParameter.h>
 #include <parametercollection/IIntegerParameter.h>
+#include <QMutex>
+#include <QVector>
 #include <set>
 #include <thread>
 
@@ -46,6 +48,29 @@ std::thread worker(SStressCounts& counts, const std::function<void()>& body) {
             ++counts.operations;
         }
     });
+}
+
+// Lets the threads run for the stress time, stops them and joins them under a watchdog: a thread that
+// does not end within 30 s is a deadlock, and the test program ends there rather than hang.
+void runAndJoin(SStressCounts& counts, std::vector<std::thread>& threads, std::vector<std::thread>& owners) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(static_cast<int>(stressSeconds() * 1000)));
+    counts.stop = true;
+    std::atomic<int> joined{0};
+    std::thread joiner([&] {
+        for (std::thread& thread : threads)
+            thread.join();
+        for (std::thread& thread : owners)
+            thread.join();
+        joined = 1;
+    });
+    for (int waited = 0; waited < 3000 && !joined.load(); ++waited)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    if (!joined.load()) {
+        ADD_FAILURE() << "deadlock: the threads did not end within 30 s";
+        joiner.detach();
+        std::_Exit(1);
+    }
+    joiner.join();
 }
 
 }  // namespace
@@ -99,6 +124,7 @@ TEST(ConcurrencyStress, ReadersWritersAndAReattachingOwnerShareOneCollection) {
         collection.getParameterRelation("@CameraDevice/Width", ParameterRelation_CategoryPath, false);
     }));
     // The owner: the device closes and opens again every 20 ms.
+    std::vector<std::thread> owners;
     std::thread owner([&] {
         while (!counts.stop.load()) {
             collection.detachNodeMap(ParameterPath::CameraDevice);
@@ -111,24 +137,8 @@ TEST(ConcurrencyStress, ReadersWritersAndAReattachingOwnerShareOneCollection) {
         }
     });
 
-    std::this_thread::sleep_for(std::chrono::milliseconds(static_cast<int>(stressSeconds() * 1000)));
-    counts.stop = true;
-    // The watchdog: every thread must end soon after being told to.
-    std::atomic<int> joined{0};
-    std::thread joiner([&] {
-        for (std::thread& thread : threads)
-            thread.join();
-        owner.join();
-        joined = 1;
-    });
-    for (int waited = 0; waited < 3000 && !joined.load(); ++waited)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    if (!joined.load()) {
-        ADD_FAILURE() << "deadlock: the threads did not end within 30 s";
-        joiner.detach();
-        std::_Exit(1);
-    }
-    joiner.join();
+    owners.push_back(std::move(owner));
+    runAndJoin(counts, threads, owners);
     EXPECT_EQ(counts.unexpected.load(), 0);
     EXPECT_GT(counts.operations.load(), 100);
     std::cout << "[ stress ] " << counts.operations.load() << " operations in " << stressSeconds() << " s"
@@ -138,4 +148,73 @@ TEST(ConcurrencyStress, ReadersWritersAndAReattachingOwnerShareOneCollection) {
     auto width = collection.get(IntegerParameterName("@CameraDevice/Width"));
     width->setValue(640, IntegerValueCorrection_None);
     EXPECT_EQ(width->getValue(), 640);
+}
+
+// Parameters outlive the collections that made them: one thread makes a collection over one of two
+// devices, hands out its Width and destroys it, while others read and write what they were handed, and
+// an owner switches a long-lived collection between the two devices.
+TEST(ConcurrencyStress, HeldParametersOutliveTheirCollectionsWhileDevicesChange) {
+    SimCamera::CSimulatedDevice devices[2];
+    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
+    state->setState(ObjectState_Open);
+    CParameterCollection lasting(state);
+    lasting.announceNodeMap(ParameterPath::CameraDevice);
+    SStressCounts counts;
+    QMutex heldMutex;
+    QVector<QSharedPointer<IIntegerParameter>> held;
+    auto anyHeld = [&] {
+        QMutexLocker lock(&heldMutex);
+        return held.isEmpty() ? lasting.get(IntegerParameterName("@CameraDevice/Width"))
+                              : held[static_cast<int>(counts.operations.load() % held.size())];
+    };
+    std::vector<std::thread> threads;
+    threads.push_back(worker(counts, [&] {
+        CParameterCollection shortLived(state);
+        shortLived.announceNodeMap(ParameterPath::CameraDevice);
+        shortLived.attachNodeMap(ParameterPath::CameraDevice,
+                                 devices[counts.operations.load() % 2].nodeMap());
+        auto width = shortLived.get(IntegerParameterName("@CameraDevice/Width"));
+        width->getValue();
+        QMutexLocker lock(&heldMutex);
+        if (held.size() >= 8)
+            held.removeFirst();
+        held.append(width);
+    }));
+    for (int reader = 0; reader < 3; ++reader) {
+        threads.push_back(worker(counts, [&] {
+            auto width = anyHeld();
+            if (!widths.count(width->getValue()))
+                ++counts.unexpected;
+            width->toString();
+            width->getParameterData();
+            width->isWriteable();
+        }));
+    }
+    threads.push_back(worker(counts, [&] {
+        auto width = anyHeld();
+        width->trySetValue(counts.operations.load() % 2 ? 320 : 1024);
+        width->setValue(640, IntegerValueCorrection_Nearest);
+    }));
+    std::vector<std::thread> owners;
+    owners.emplace_back([&] {
+        for (int turn = 0; !counts.stop.load(); ++turn) {
+            lasting.attachNodeMap(ParameterPath::CameraDevice, devices[turn % 2].nodeMap());
+            std::this_thread::sleep_for(std::chrono::milliseconds(7));
+            ++counts.operations;
+        }
+    });
+    runAndJoin(counts, threads, owners);
+    EXPECT_EQ(counts.unexpected.load(), 0);
+    EXPECT_GT(counts.operations.load(), 100);
+    std::cout << "[ stress ] " << counts.operations.load() << " operations in " << stressSeconds()
+              << " s with collections made and destroyed" << std::endl;
+    held.clear();
+    // Each device still answers through the long-lived collection.
+    for (SimCamera::CSimulatedDevice& device : devices) {
+        lasting.attachNodeMap(ParameterPath::CameraDevice, device.nodeMap());
+        auto width = lasting.get(IntegerParameterName("@CameraDevice/Width"));
+        width->setValue(1024, IntegerValueCorrection_None);
+        EXPECT_EQ(width->getValue(), 1024);
+    }
+    lasting.detachAllNodeMaps();
 }

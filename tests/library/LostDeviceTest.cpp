@@ -2,10 +2,9 @@
 // fail with an exception within the GigE Vision timeout, nothing hangs, and the parameters held before
 // work again once a node map of the new connection is attached.
 #include "LibraryFixture.h"
-#include "../FakeCameraLock.h"
+#include "../FakeGigECamera.h"
 #include <GenApiEngine/AravisDevices.h>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QStandardPaths>
 #include <algorithm>
 #include <parametercollection/IIntegerParameter.h>
@@ -15,45 +14,34 @@ using namespace Core::Exception;
 
 namespace {
 
-const char* const fakeCameraProgram = "arv-fake-gv-camera-0.8";
-const std::string fakeCameraId = "Aravis-Fake-GV01";
-
-// Starts the fake camera on 127.0.0.1 and waits until Aravis finds it.
-bool startFakeCamera(QProcess& process) {
-    process.start(fakeCameraProgram, {"-i", "127.0.0.1"});
-    if (!process.waitForStarted(5000))
+// Starts the fake camera and waits until Aravis finds it.
+bool startFakeCamera(CFakeGigECamera& camera) {
+    if (!camera.start())
         return false;
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < 10000) {
         const std::vector<std::string> devices = GenApiEngine::listAravisDevices();
-        if (std::find(devices.begin(), devices.end(), fakeCameraId) != devices.end())
+        if (std::find(devices.begin(), devices.end(), CFakeGigECamera::deviceId) != devices.end())
             return true;
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     return false;
 }
 
-void stop(QProcess& process) {
-    process.kill();
-    process.waitForFinished(5000);
-}
-
 }  // namespace
 
 TEST(LostDevice, CallsFailQuicklyAndHeldParametersWorkAfterReattach) {
-    if (QStandardPaths::findExecutable(fakeCameraProgram).isEmpty())
-        GTEST_SKIP() << fakeCameraProgram << " is not installed";
-    CFakeCameraLock lock;
-    QProcess camera;
+    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
+        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+    CFakeGigECamera camera;
     if (!startFakeCamera(camera)) {
-        stop(camera);
         GTEST_SKIP() << "the fake GigE Vision camera could not be started on 127.0.0.1";
     }
     QSharedPointer<CObjectState> state(new CObjectState(nullptr));
     CParameterCollection collection(state);
     collection.announceNodeMap(ParameterPath::CameraDevice);
-    GenApi::CNodeMapRef first(GenApiEngine::openAravisDevice(fakeCameraId));
+    GenApi::CNodeMapRef first(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
     collection.attachNodeMap(ParameterPath::CameraDevice, first._Ptr);
     state->setState(ObjectState_Open);
     auto width = collection.get(IntegerParameterName("@CameraDevice/Width"));
@@ -61,7 +49,7 @@ TEST(LostDevice, CallsFailQuicklyAndHeldParametersWorkAfterReattach) {
     EXPECT_GT(before, 0);
 
     // The camera goes away: the next calls fail within the GigE Vision timeout and retries, no hang.
-    stop(camera);
+    camera.stop();
     QElapsedTimer clock;
     clock.start();
     EXPECT_THROW(width->getValue(), BaseException);
@@ -72,11 +60,10 @@ TEST(LostDevice, CallsFailQuicklyAndHeldParametersWorkAfterReattach) {
 
     // It comes back: a node map of the new connection, attached, serves the same parameter object.
     ASSERT_TRUE(startFakeCamera(camera));
-    GenApi::CNodeMapRef second(GenApiEngine::openAravisDevice(fakeCameraId));
+    GenApi::CNodeMapRef second(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
     collection.attachNodeMap(ParameterPath::CameraDevice, second._Ptr);
     state->setState(ObjectState_Open);
     EXPECT_EQ(collection.get(IntegerParameterName("@CameraDevice/Width")).data(), width.data());
     EXPECT_EQ(width->getValue(), before);
     collection.detachAllNodeMaps();
-    stop(camera);
 }

@@ -9,7 +9,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QFile>
-#include "../FakeCameraLock.h"
+#include "../FakeGigECamera.h"
 #include "ProcessRun.h"
 #include <gtest/gtest.h>
 
@@ -290,20 +290,17 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
 }
 
 TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
-    if (QStandardPaths::findExecutable("arv-fake-gv-camera-0.8").isEmpty())
-        GTEST_SKIP() << "arv-fake-gv-camera-0.8 is not installed";
-    CFakeCameraLock lock;
-    QProcess camera;
-    camera.start("arv-fake-gv-camera-0.8", {"-i", "127.0.0.1"});
-    ASSERT_TRUE(camera.waitForStarted(5000));
+    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
+        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+    CFakeGigECamera camera;
+    ASSERT_TRUE(camera.start());
     QThread::msleep(1500);
     QProcess watch;
     watch.start(CAMERA_PARAMETERS_TOOL,
                 {"--device", "aravis:Aravis-Fake-GV01", "watch", "Width", "--seconds", "60"});
     ASSERT_TRUE(watch.waitForStarted(5000));
     QThread::msleep(1500);
-    camera.kill();
-    camera.waitForFinished(5000);
+    camera.stop();
     ASSERT_TRUE(watch.waitForFinished(45000)) << "watch did not notice the loss";
     EXPECT_EQ(watch.exitCode(), 1);
     EXPECT_TRUE(QString::fromUtf8(watch.readAllStandardError())
