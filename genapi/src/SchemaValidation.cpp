@@ -3,6 +3,7 @@
 #include "XmlIndex.h"
 #include <Base/GCException.h>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <fstream>
 #include <libxml/parser.h>
 #include <libxml/xmlschemas.h>
@@ -40,9 +41,30 @@ std::string schemaFileFor(const std::string& xml, const std::string& folder) {
 
 }  // namespace
 
+// The schemas beside an installed engine: <prefix>/share/genapi-engine/schema for <prefix>/lib[/arch].
+std::string installedSchemaFolder() {
+    Dl_info library{};
+    if (!dladdr(reinterpret_cast<void*>(&installedSchemaFolder), &library) || !library.dli_fname)
+        return std::string();
+    std::string prefix = library.dli_fname;
+    for (const char* marker : {"/lib/", "/lib64/"}) {
+        const size_t at = prefix.rfind(marker);
+        if (at != std::string::npos) {
+            const std::string folder = prefix.substr(0, at) + "/share/genapi-engine/schema";
+            if (std::ifstream(folder + "/NodeTypes.xsd").good())
+                return folder;
+        }
+    }
+    return std::string();
+}
+
+// GENAPI_ENGINE_SCHEMA_DIR when set, else the schemas of an installed engine, else those of the source tree.
 std::string schemaFolder() {
     const char* overridden = std::getenv("GENAPI_ENGINE_SCHEMA_DIR");
-    return overridden && *overridden ? overridden : GENAPI_ENGINE_SCHEMA_DIR;
+    if (overridden && *overridden)
+        return overridden;
+    const std::string installed = installedSchemaFolder();
+    return installed.empty() ? GENAPI_ENGINE_SCHEMA_DIR : installed;
 }
 
 std::vector<SSchemaViolation> validateDescription(const std::string& xml, const std::string& folder) {
