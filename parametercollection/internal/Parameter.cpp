@@ -17,12 +17,15 @@ namespace Internal {
 namespace {
 
 // Both shared-pointer types travel through queued connections; registering the parameter one also
-// registers its conversion to QObject*, which Qt provides for shared pointers to QObjects.
+// registers its conversion to QObject*, which Qt provides for shared pointers to QObjects. The signals
+// name the types as written inside the namespace, and a queued connection looks them up by that text.
 void registerMetaTypes() {
     static std::once_flag once;
     std::call_once(once, [] {
         qRegisterMetaType<QSharedPointer<IParameter>>();
         qRegisterMetaType<QSharedPointer<const ParameterData>>();
+        qRegisterMetaType<QSharedPointer<IParameter>>("QSharedPointer<IParameter>");
+        qRegisterMetaType<QSharedPointer<const ParameterData>>("QSharedPointer<const ParameterData>");
     });
 }
 

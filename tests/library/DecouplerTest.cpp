@@ -59,6 +59,24 @@ TEST_F(LibraryTest, ABurstOfWritesGivesOneDecoupledSignalWithTheFinalValue) {
     EXPECT_EQ(recorder.last()->valueText, "256");
 }
 
+// A GUI connects with the default (queued across threads) connection and gets the snapshot on its thread.
+TEST_F(LibraryTest, DecoupledSnapshotsArriveThroughAQueuedConnection) {
+    QSharedPointer<CParameter> width = parameter("Width");
+    width->getParameterData();
+    QObject receiver;
+    QSharedPointer<const ParameterData> received;
+    QThread* receivedOn = nullptr;
+    QObject::connect(width.data(), &IParameter::parameterDataChangedDecoupled, &receiver,
+                     [&](QSharedPointer<const ParameterData> data) {
+                         received = data;
+                         receivedOn = QThread::currentThread();
+                     });
+    parameter("Width")->parseAndSetValue("512");
+    ASSERT_TRUE(waitUntil([&] { return !received.isNull(); }));
+    EXPECT_EQ(received->valueText, "512");
+    EXPECT_EQ(receivedOn, QThread::currentThread());
+}
+
 TEST_F(LibraryTest, CallbacksQueueOnlyParametersThatSomeoneListensTo) {
     QSharedPointer<CParameter> unheard = parameter("Height");
     unheard->parseAndSetValue("240");
