@@ -300,9 +300,12 @@ TEST_F(SimulatedCameraTest, FileAccessFeaturesDriveTheDeviceFiles) {
     EXPECT_EQ(camera().fileContent(SimCamera::CSimulatedFiles::UserSet2), "hello device");
     EXPECT_EQ(integer("FileSize")->GetValue(), 12);
 
-    // Reading a file in a mode that forbids it fails on the device.
+    // The description offers no writing mode for the read-only log, and the device itself refuses one
+    // that is forced past the description.
     enumeration("FileSelector")->FromString("DeviceLog");
-    enumeration("FileOpenMode")->FromString("Write");
+    EXPECT_EQ(node("EnumEntry_FileOpenMode_Write")->GetAccessMode(), NA);
+    EXPECT_THROW(enumeration("FileOpenMode")->FromString("Write"), GenICam::AccessException);
+    integer("FileOpenModeReg")->SetValue(1);
     enumeration("FileOperationSelector")->FromString("Open");
     as<ICommand>("FileOperationExecute")->Execute();
     EXPECT_STREQ(enumeration("FileOperationStatus")->ToString().c_str(), "Failure");

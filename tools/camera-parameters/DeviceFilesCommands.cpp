@@ -85,6 +85,8 @@ QSharedPointer<IFileParameter> CDeviceFilesCommands::file(const QString& name) {
     return parameter;
 }
 
+// The access of each file comes from the open modes the device offers for it, not from the file
+// parameter's probes: probing writability opens the file for writing, which empties it on many devices.
 int CDeviceFilesCommands::files() {
     QSharedPointer<IEnumParameter> selector =
         m_Collection.get(EnumParameterName("@CameraDevice/FileSelector"));
@@ -93,14 +95,20 @@ int CDeviceFilesCommands::files() {
         return CParameterTool::UnknownParameter;
     }
     QSharedPointer<IIntegerParameter> size = m_Collection.get(IntegerParameterName("@CameraDevice/FileSize"));
+    QSharedPointer<IEnumParameter> openMode =
+        m_Collection.get(EnumParameterName("@CameraDevice/FileOpenMode"));
     for (const QString& name : selector->getAllValues()) {
-        QSharedPointer<IFileParameter> parameter =
-            m_Collection.get(FileParameterName("@CameraDevice/" + name));
         QString bytes = "-";
-        if (parameter->isAvailable() && selector->trySetValue(name) && size->isReadable())
-            bytes = QString::number(size->getValue());
-        const QString access =
-            QString(parameter->isReadable() ? "r" : "-") + (parameter->isWriteable() ? "w" : "-");
+        QString access = "--";
+        if (selector->getSettableValues().contains(name) && selector->trySetValue(name)) {
+            if (size->isReadable())
+                bytes = QString::number(size->getValue());
+            const QVector<QString> modes =
+                openMode->isEmpty() ? QVector<QString>() : openMode->getSettableValues();
+            const bool readable = modes.contains("Read") || modes.contains("ReadWrite");
+            const bool writable = modes.contains("Write") || modes.contains("ReadWrite");
+            access = QString(readable ? "r" : "-") + (writable ? "w" : "-");
+        }
         m_Out << name.leftJustified(24) << bytes.rightJustified(10) << "  " << access << "\n";
     }
     return CParameterTool::Done;
