@@ -4,7 +4,7 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 packages=(cmake g++ make pkg-config qtbase5-dev libaravis-dev libusb-1.0-0-dev libxml2-dev
           googletest libgtest-dev libgmock-dev libbenchmark-dev aravis-tools-cli clang-format valgrind
-          libreadline-dev libxml2-utils tmux aravis-tools)
+          libreadline-dev libxml2-utils tmux aravis-tools xvfb xauth fonts-dejavu-core)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
