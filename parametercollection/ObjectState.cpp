@@ -10,7 +10,7 @@ CObjectState::CObjectState(QObject* owner)
       m_EntryCount(0),
       m_IsInUse(false),
       m_Owner(owner),
-      m_Mutex(new QMutex(QMutex::Recursive)) {}
+      m_Mutex(new CRecursiveMutex) {}
 
 CObjectState::~CObjectState() {
     delete m_Mutex;

@@ -7,9 +7,9 @@
 #include <QString>
 #include <atomic>
 
-class QMutex;
-
 namespace ParameterCollection {
+
+class CRecursiveMutex;
 
 enum EObjectState : int { ObjectState_Disposed = 0, ObjectState_Open = 1, ObjectState_Closed = 2 };
 
@@ -47,7 +47,7 @@ private:
     bool m_IsInUse;
     QString m_Name;
     QObject* m_Owner;
-    QMutex* m_Mutex;
+    CRecursiveMutex* m_Mutex;
 };
 
 }  // namespace ParameterCollection

@@ -1,9 +1,9 @@
-// Locking a QMutex so that ThreadSanitizer sees it: Qt 5 takes recursive mutexes inside its own,
+// Locking the recursive mutex so that ThreadSanitizer sees it: Qt 5 takes recursive mutexes inside its own,
 // uninstrumented library, so sanitizer builds report the acquire and release themselves.
 #ifndef PARAMETERCOLLECTION_INTERNAL_ANNOTATEDMUTEXLOCKER_H
 #define PARAMETERCOLLECTION_INTERNAL_ANNOTATEDMUTEXLOCKER_H
 
-#include <QMutex>
+#include "../RecursiveMutex.h"
 
 #if defined(__SANITIZE_THREAD__)
 #include <sanitizer/tsan_interface.h>
@@ -12,14 +12,14 @@
 namespace ParameterCollection {
 namespace Internal {
 
-inline void lockAnnotated(QMutex* mutex) {
+inline void lockAnnotated(CRecursiveMutex* mutex) {
     mutex->lock();
 #if defined(__SANITIZE_THREAD__)
     __tsan_acquire(mutex);
 #endif
 }
 
-inline void unlockAnnotated(QMutex* mutex) {
+inline void unlockAnnotated(CRecursiveMutex* mutex) {
 #if defined(__SANITIZE_THREAD__)
     __tsan_release(mutex);
 #endif
@@ -28,13 +28,13 @@ inline void unlockAnnotated(QMutex* mutex) {
 
 class CAnnotatedMutexLocker {
 public:
-    explicit CAnnotatedMutexLocker(QMutex* mutex) : m_Mutex(mutex) { lockAnnotated(m_Mutex); }
+    explicit CAnnotatedMutexLocker(CRecursiveMutex* mutex) : m_Mutex(mutex) { lockAnnotated(m_Mutex); }
     ~CAnnotatedMutexLocker() { unlockAnnotated(m_Mutex); }
     CAnnotatedMutexLocker(const CAnnotatedMutexLocker&) = delete;
     CAnnotatedMutexLocker& operator=(const CAnnotatedMutexLocker&) = delete;
 
 private:
-    QMutex* m_Mutex;
+    CRecursiveMutex* m_Mutex;
 };
 
 }  // namespace Internal

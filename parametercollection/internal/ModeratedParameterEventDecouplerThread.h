@@ -4,7 +4,7 @@
 
 #include "../ObjectState.h"
 #include "../ParameterCollectionExport.h"
-#include <QMutex>
+#include "../RecursiveMutex.h"
 #include <QSharedPointer>
 #include <QThread>
 #include <QVector>
@@ -40,7 +40,7 @@ protected:
 
 private:
     struct SPendingQueue {
-        QMutex mutex{QMutex::Recursive};
+        CRecursiveMutex mutex;
         QVector<CParameter*> parameters;
     };
 
@@ -51,7 +51,7 @@ private:
     SPendingQueue* m_Queue;
     Tavrin::WaitObjectEx* m_WakeUp;
     std::atomic<bool> m_Started;
-    QMutex m_StartMutex{QMutex::Recursive};
+    CRecursiveMutex m_StartMutex;
     QSharedPointer<CObjectState> m_ObjectState;
 };
 

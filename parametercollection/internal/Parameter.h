@@ -16,8 +16,6 @@
 #include <functional>
 #include <type_traits>
 
-class QMutex;
-
 namespace ParameterCollection {
 namespace Internal {
 

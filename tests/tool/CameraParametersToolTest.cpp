@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QCoreApplication>
@@ -24,7 +25,7 @@ SRun runTool(const QStringList& arguments) {
 TEST(CameraParametersTool, ListsGetsAndSetsOnTheSimulatedCamera) {
     SRun run = runTool({"list"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.out.contains(QRegExp("@CameraDevice/Width +Integer +RW +Beginner +640 px")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width +Integer +RW +Beginner +640 px")));
     EXPECT_TRUE(run.out.contains("@CameraDevice/DeviceModelName"));
     EXPECT_FALSE(run.out.contains("@CameraDevice/WidthReg"));  // not a feature
     run = runTool({"list", "--visibility", "beginner", "--filter", "offset"});
@@ -129,7 +130,7 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     SRun run = runTool({"tree"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.startsWith("Root\n  DeviceControl\n"));
-    EXPECT_TRUE(run.out.contains(QRegExp("\n    Width +Integer +RW +640\n")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("\n    Width +Integer +RW +640\n")));
     EXPECT_FALSE(run.out.contains("WidthReg"));
     run = runTool({"tree", "ImageFormatControl", "--visibility", "Beginner"});
     EXPECT_TRUE(run.out.startsWith("ImageFormatControl\n"));
@@ -261,9 +262,9 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
                   "get Width", "file put UserSet1 " + upload, "file get UserSet1 " + download, "files"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.contains("Saved ")) << run.out.toStdString();
-    EXPECT_TRUE(run.out.contains(QRegExp("@CameraDevice/Width +Integer +RW +Beginner +1024 px")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width +Integer +RW +Beginner +1024 px")));
     EXPECT_TRUE(run.out.contains("Wrote 3000 bytes to UserSet1"));
-    EXPECT_TRUE(run.out.contains(QRegExp("UserSet1 +3000  rw")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("UserSet1 +3000  rw")));
     QFile received(download);
     ASSERT_TRUE(received.open(QIODevice::ReadOnly));
     EXPECT_EQ(received.readAll(), bytes);

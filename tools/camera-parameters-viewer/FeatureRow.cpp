@@ -11,6 +11,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <QTreeWidget>
+#include <algorithm>
 #include <limits>
 #include <parametercollection/BooleanParameterData.h>
 #include <parametercollection/EnumParameterData.h>
@@ -39,7 +40,7 @@ QString accessText(const ParameterData& data) {
 
 int clampedToInt(qint64 value) {
     return static_cast<int>(
-        qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
+        std::clamp<qint64>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 void showInteger(QSpinBox* spin, const IntegerParameterData& data) {
@@ -49,7 +50,7 @@ void showInteger(QSpinBox* spin, const IntegerParameterData& data) {
 }
 
 void showFloat(QDoubleSpinBox* spin, const FloatParameterData& data) {
-    spin->setDecimals(static_cast<int>(qBound<qint64>(0, data.displayPrecision, 12)));
+    spin->setDecimals(static_cast<int>(std::clamp<qint64>(data.displayPrecision, 0, 12)));
     spin->setRange(data.minimum, data.maximum);
     spin->setSingleStep(data.hasIncrement ? data.increment : (data.maximum - data.minimum) / 100.0);
     spin->setValue(data.value);
