@@ -54,10 +54,12 @@ int64_t CEnumerationNode::GetIntValue(bool Verify, bool IgnoreCache) {
     checkReadable("GetIntValue");
     raiseIfFormulaUnsupported("GetIntValue");
     dropCacheIf(IgnoreCache);
-    if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
-        return source->GetValue(Verify, IgnoreCache);
-    return arvCall("GetIntValue", [&](GError** e) {
-        return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
+    return cachedValue(m_Value, IgnoreCache || Verify, [&] {
+        if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
+            return source->GetValue(Verify, IgnoreCache);
+        return static_cast<int64_t>(arvCall("GetIntValue", [&](GError** e) {
+            return arv_gc_enumeration_get_int_value(enumeration("GetIntValue"), e);
+        }));
     });
 }
 

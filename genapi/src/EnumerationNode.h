@@ -32,6 +32,8 @@ protected:
 private:
     std::vector<CEnumEntryNode*> entries() const;
     ArvGcEnumeration* enumeration(const char* method) const;
+
+    SCachedValue<int64_t> m_Value;
 };
 
 class CEnumEntryNode : public CNodeBase, public virtual GenApi::IEnumEntry {

@@ -62,7 +62,8 @@ double CFloatNode::GetValue(bool Verify, bool IgnoreCache) {
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
-    const double value = computeValue(Verify, IgnoreCache);
+    const double value =
+        cachedValue(m_Value, IgnoreCache || Verify, [&] { return computeValue(Verify, IgnoreCache); });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value %f is out of range.", value));
     }

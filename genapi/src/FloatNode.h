@@ -45,6 +45,7 @@ private:
     // The float node behind pValue, which supplies what this node does not describe itself.
     GenApi::IFloat* source() const;
 
+    SCachedValue<double> m_Value;
     double m_ImposedMin;
     double m_ImposedMax;
 };

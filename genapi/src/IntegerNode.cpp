@@ -79,11 +79,12 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
-    const int64_t value = description().tag == "IntConverter"
-                              ? convertedValue(Verify, IgnoreCache)
-                              : arvCall("GetValue", [&](GError** e) {
-                                    return arv_gc_integer_get_value(integer("GetValue"), e);
-                                });
+    const int64_t value = cachedValue(m_Value, IgnoreCache || Verify, [&] {
+        return description().tag == "IntConverter"
+                   ? convertedValue(Verify, IgnoreCache)
+                   : arvCall("GetValue",
+                             [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
+    });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value = %" PRId64 " is out of range.", value));
     }

@@ -42,6 +42,7 @@ private:
     void checkRange(int64_t value, const char* method);
     std::vector<int64_t> validValues() const;
 
+    SCachedValue<int64_t> m_Value;
     int64_t m_ImposedMin = INT64_MIN;
     int64_t m_ImposedMax = INT64_MAX;
 };

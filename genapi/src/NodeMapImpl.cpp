@@ -308,7 +308,16 @@ std::vector<const CNodeBase*> CNodeMapImpl::registersBehind(const CNodeBase* nod
     return registers;
 }
 
+bool CNodeMapImpl::verifyingValueCache() {
+    static const bool verifying = [] {
+        const char* setting = std::getenv("GENAPI_ENGINE_VERIFY_CACHE");
+        return setting && std::string(setting) == "1";
+    }();
+    return verifying;
+}
+
 void CNodeMapImpl::dropCache(const CNodeBase* node) const {
+    ++m_ValueGeneration;
     if (node->description().tag == "Port") {
         m_Cache.clear();
         return;
@@ -460,6 +469,7 @@ void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& chan
 }
 
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {
+    ++m_ValueGeneration;
     std::vector<CNodeBase*> changed;
     collectChanged(node, changed);
     for (CNodeBase* candidate : changed) {
@@ -494,6 +504,7 @@ void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
     m_Cache.clear();
     ++m_AccessGeneration;
+    ++m_ValueGeneration;
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {

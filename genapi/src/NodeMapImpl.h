@@ -90,6 +90,11 @@ public:
     // Cached access modes are valid while they carry the current generation; a user port that reports
     // another access mode than before starts a new one.
     uint64_t accessGeneration() const { return m_AccessGeneration; }
+    // Cached node values are valid while they carry the current value generation, which moves on with
+    // every write, invalidation and poll, and whenever the register cache drops or replaces bytes.
+    uint64_t valueGeneration() const { return m_ValueGeneration + m_Cache.generation(); }
+    // GENAPI_ENGINE_VERIFY_CACHE=1: every cached value served is compared with a fresh evaluation.
+    static bool verifyingValueCache();
     void checkPortAccess() const;
 
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
@@ -145,6 +150,7 @@ private:
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
     mutable uint64_t m_AccessGeneration = 1;
+    mutable uint64_t m_ValueGeneration = 1;
     mutable std::map<GenApi::IPort*, GenApi::EAccessMode> m_PortAccess;
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;

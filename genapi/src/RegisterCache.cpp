@@ -78,6 +78,7 @@ void CRegisterCache::afterRead(int64_t address, int64_t length, const void* buff
 
 void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buffer) {
     invalidate(address, length);
+    ++m_Generation;
     if (modeOf(address, length) != GenApi::WriteThrough)
         return;
     const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
@@ -87,6 +88,7 @@ void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buf
 void CRegisterCache::invalidateRule(size_t rule) {
     if (rule >= m_Rules.size())
         return;
+    ++m_Generation;
     boundPatterns();
     for (auto entry = m_Entries.begin(); entry != m_Entries.end();) {
         const int64_t length = static_cast<int64_t>(entry->second.size());
@@ -95,6 +97,7 @@ void CRegisterCache::invalidateRule(size_t rule) {
 }
 
 void CRegisterCache::invalidate(int64_t address, int64_t length) {
+    ++m_Generation;
     for (auto entry = m_Entries.begin(); entry != m_Entries.end();) {
         const int64_t entryLength = static_cast<int64_t>(entry->second.size());
         entry =

@@ -33,9 +33,14 @@ public:
 
     void invalidateRule(size_t rule);
     void invalidate(int64_t address, int64_t length);
-    void clear() { m_Entries.clear(); }
+    void clear() {
+        m_Entries.clear();
+        ++m_Generation;
+    }
     bool isValid(int64_t address, int64_t length) const;
     bool ruleIsValid(size_t rule) const;
+    // Moves on whenever cached bytes are dropped or replaced by a write.
+    uint64_t generation() const { return m_Generation; }
 
 private:
     // Ends every index pattern at the next register above its base; done once after rules change.
@@ -46,6 +51,7 @@ private:
     mutable std::vector<SCacheRule> m_Rules;
     mutable bool m_PatternsBounded = false;
     std::map<int64_t, std::vector<uint8_t>> m_Entries;
+    uint64_t m_Generation = 0;
 };
 
 }  // namespace GenApiEngine

@@ -28,15 +28,17 @@ gcstring CStringNode::GetValue(bool, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
     dropCacheIf(IgnoreCache);
-    // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
-    IRegister* reg = dynamic_cast<IRegister*>(this);
-    if (reg && reg->GetLength() == 0)
-        return gcstring();
-    if (IString* source = dynamic_cast<IString*>(pointee("pValue")))
-        return source->GetValue();
-    const char* text =
-        arvCall("GetValue", [&](GError** e) { return arv_gc_string_get_value(string("GetValue"), e); });
-    return text ? text : "";
+    return cachedValue(m_Value, IgnoreCache, [&] {
+        // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
+        IRegister* reg = dynamic_cast<IRegister*>(this);
+        if (reg && reg->GetLength() == 0)
+            return gcstring();
+        if (IString* source = dynamic_cast<IString*>(pointee("pValue")))
+            return source->GetValue();
+        const char* text =
+            arvCall("GetValue", [&](GError** e) { return arv_gc_string_get_value(string("GetValue"), e); });
+        return gcstring(text ? text : "");
+    });
 }
 
 void CStringNode::SetValue(const gcstring& Value, bool Verify) {

@@ -26,6 +26,8 @@ protected:
 
 private:
     ArvGcString* string(const char* method) const;
+
+    SCachedValue<GenICam::gcstring> m_Value;
 };
 
 }  // namespace GenApiEngine

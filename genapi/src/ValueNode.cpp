@@ -1,6 +1,9 @@
-// Cache queries of valued nodes, answered by the node map's register cache.
+// Cache queries of valued nodes, answered by the node map's register cache, and the value cache.
 #include "ValueNode.h"
 #include "NodeMapImpl.h"
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
 
 namespace GenApiEngine {
 
@@ -12,6 +15,40 @@ bool CValueNode::IsValueCacheValid() const {
 void CValueNode::dropCacheIf(bool ignoreCache) const {
     if (ignoreCache)
         map().dropCache(this);
+}
+
+// A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache;
+// the caching mode follows from the description alone, so it is asked once.
+bool CValueNode::keepsValue() const {
+    if (m_KeepsValue == GenApi::_UndefinedYesNo)
+        m_KeepsValue = GetCachingMode() == GenApi::NoCache ? GenApi::No : GenApi::Yes;
+    return m_KeepsValue == GenApi::Yes;
+}
+
+uint64_t CValueNode::valueGeneration() const {
+    return map().valueGeneration();
+}
+
+bool CValueNode::verifyingValueCache() {
+    return CNodeMapImpl::verifyingValueCache();
+}
+
+std::string CValueNode::describe(double value) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    return text;
+}
+
+std::string CValueNode::describe(int64_t value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%" PRId64, value);
+    return text;
+}
+
+void CValueNode::abortOnStaleValue(const std::string& cached, const std::string& fresh) const {
+    std::fprintf(stderr, "GENAPI_ENGINE_VERIFY_CACHE: node '%s' answered %s from its cache, but reads %s\n",
+                 name().c_str(), cached.c_str(), fresh.c_str());
+    std::abort();
 }
 
 }  // namespace GenApiEngine

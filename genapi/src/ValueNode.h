@@ -1,9 +1,11 @@
-// The part of IValue every valued engine node shares: whether a read would come from the cache.
+// The part of IValue every valued engine node shares: whether a read would come from the cache, and the
+// value cache itself.
 #ifndef GENAPI_ENGINE_VALUENODE_H
 #define GENAPI_ENGINE_VALUENODE_H
 
 #include <GenApi/IValue.h>
 #include "NodeBase.h"
+#include <string>
 
 namespace GenApiEngine {
 
@@ -15,8 +17,58 @@ public:
     bool IsValueCacheValid() const override;
 
 protected:
+    // A value kept from one read to the next while the map's value generation stays the same.
+    template <typename T>
+    struct SCachedValue {
+        uint64_t generation = 0;
+        T value{};
+    };
+
     // Reads that ignore the cache first drop the cached bytes of the registers behind the value.
     void dropCacheIf(bool ignoreCache) const;
+
+    // Answers the kept value while nothing has been written or invalidated since it was computed, as
+    // GenApi keeps a node's value; a NoCache node, or a read that ignores the cache, computes afresh.
+    template <typename T, typename Compute>
+    T cachedValue(SCachedValue<T>& slot, bool ignoreCache, Compute compute) const {
+        const bool keep = keepsValue();
+        if (keep && !ignoreCache && slot.generation == valueGeneration()) {
+            if (verifyingValueCache())
+                checkCachedValue(slot.value, compute());
+            return slot.value;
+        }
+        const uint64_t before = valueGeneration();
+        const T value = compute();
+        if (keep) {
+            slot.generation = before;
+            slot.value = value;
+        }
+        return value;
+    }
+
+private:
+    bool keepsValue() const;
+    uint64_t valueGeneration() const;
+    static bool verifyingValueCache();
+    template <typename T>
+    void checkCachedValue(const T& cached, const T& fresh) const {
+        if (!sameValue(cached, fresh))
+            abortOnStaleValue(describe(cached), describe(fresh));
+    }
+    static bool sameValue(double cached, double fresh) {
+        return cached == fresh || (cached != cached && fresh != fresh);
+    }
+    template <typename T>
+    static bool sameValue(const T& cached, const T& fresh) {
+        return cached == fresh;
+    }
+    static std::string describe(double value);
+    static std::string describe(int64_t value);
+    static std::string describe(bool value) { return value ? "true" : "false"; }
+    static std::string describe(const GENICAM_NAMESPACE::gcstring& value) { return value.c_str(); }
+    [[noreturn]] void abortOnStaleValue(const std::string& cached, const std::string& fresh) const;
+
+    mutable GenApi::EYesNo m_KeepsValue = GenApi::_UndefinedYesNo;
 };
 
 }  // namespace GenApiEngine

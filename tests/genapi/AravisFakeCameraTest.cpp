@@ -20,9 +20,11 @@ TEST_F(AravisFakeCameraTest, ReadsAndWritesThroughAravis) {
     EXPECT_EQ(width->GetNode()->GetAccessMode(), RW);
     EXPECT_EQ(width->GetMin(), 1);
     EXPECT_EQ(width->GetMax(), 2048);
+    // The register behind the width keeps its value until the write through the width announces it.
+    CIntegerPtr widthRegister = map()->GetNode("WidthRegister");
+    EXPECT_EQ(widthRegister->GetValue(), width->GetValue());
     width->SetValue(256);
     EXPECT_EQ(width->GetValue(), 256);
-    CIntegerPtr widthRegister = map()->GetNode("WidthRegister");
     EXPECT_EQ(widthRegister->GetValue(), 256);
     EXPECT_THROW(width->SetValue(4096), GenICam::OutOfRangeException);
 

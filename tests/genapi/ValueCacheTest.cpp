@@ -1,0 +1,62 @@
+// The engine keeps node values as GenApi does: between writes and invalidations a read is served from the
+// node, and everything that can change a value (writes through any node, selectors, device-side changes
+// announced by invalidation or polling, reads that ignore the cache) makes the next read see it.
+#include "SimulatedCameraFixture.h"
+
+using namespace GenApi;
+namespace R = SimCamera::Registers;
+
+TEST_F(SimulatedCameraTest, KeptValuesFollowEveryWriteAndInvalidation) {
+    IInteger* width = integer("Width");
+    EXPECT_EQ(width->GetValue(), 640);
+
+    // A register changed behind GenApi's back is not seen until something announces it, as with GenApi.
+    camera().pokeRegister(R::Width, 800);
+    EXPECT_EQ(width->GetValue(), 640);
+    EXPECT_EQ(width->GetValue(false, true), 800);  // ignoring the cache reads the device
+    camera().pokeRegister(R::Width, 960);
+    width->GetNode()->InvalidateNode();
+    EXPECT_EQ(width->GetValue(), 960);
+    camera().pokeRegister(R::Width, 1024);
+    map()->InvalidateNodes();
+    EXPECT_EQ(width->GetValue(), 1024);
+
+    // A write through another node: the width's maximum follows the offset.
+    const int64_t maximum = width->GetMax();
+    integer("OffsetX")->SetValue(256);
+    EXPECT_EQ(width->GetMax(), maximum - 256);
+
+    // A selector: the selected gain is another register.
+    enumeration("GainSelector")->FromString("Red");
+    floating("Gain")->SetValue(3.0);
+    enumeration("GainSelector")->FromString("Blue");
+    floating("Gain")->SetValue(7.5);
+    EXPECT_DOUBLE_EQ(floating("Gain")->GetValue(), 7.5);
+    enumeration("GainSelector")->FromString("Red");
+    EXPECT_DOUBLE_EQ(floating("Gain")->GetValue(), 3.0);
+    EXPECT_EQ(enumeration("GainSelector")->ToString(), "Red");
+
+    // A write to the port itself, past every node.
+    const uint32_t raw = 480;
+    CPortPtr port(node("Device"));
+    port->Write(&raw, R::Height, sizeof raw);
+    EXPECT_EQ(integer("Height")->GetValue(), 480);
+}
+
+TEST_F(SimulatedCameraTest, PolledAndUncachedValuesMoveWithTheDevice) {
+    // DeviceTemperature sits on a NoCache register: every read reaches the device.
+    IFloat* temperature = floating("DeviceTemperature");
+    camera().freezeTemperature(40.0);
+    EXPECT_DOUBLE_EQ(temperature->GetValue(), 40.0);
+    camera().freezeTemperature(45.5);
+    EXPECT_DOUBLE_EQ(temperature->GetValue(), 45.5);
+
+    // Polling reads polled nodes again, and only the device announces what else changed.
+    IInteger* width = integer("Width");
+    width->GetValue();
+    camera().pokeRegister(R::Width, 1024);
+    map()->Poll(100000);
+    EXPECT_EQ(width->GetValue(), 640);  // Width is not polled: still the kept value
+    width->GetNode()->InvalidateNode();
+    EXPECT_EQ(width->GetValue(), 1024);
+}
