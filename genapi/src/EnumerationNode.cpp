@@ -21,13 +21,16 @@ ArvGcEnumeration* CEnumerationNode::enumeration(const char* method) const {
     return ARV_GC_ENUMERATION(arvNode());
 }
 
-std::vector<CEnumEntryNode*> CEnumerationNode::entries() const {
-    std::vector<CEnumEntryNode*> found;
-    for (const std::string& entryName : description().entries) {
-        if (CEnumEntryNode* entry = dynamic_cast<CEnumEntryNode*>(map().node(entryName)))
-            found.push_back(entry);
+// The entries follow from the description alone, so they are looked up once.
+const std::vector<CEnumEntryNode*>& CEnumerationNode::entries() const {
+    if (!m_EntriesKnown) {
+        for (const std::string& entryName : description().entries) {
+            if (CEnumEntryNode* entry = dynamic_cast<CEnumEntryNode*>(map().node(entryName)))
+                m_Entries.push_back(entry);
+        }
+        m_EntriesKnown = true;
     }
-    return found;
+    return m_Entries;
 }
 
 // Only the entries that can currently be chosen are listed by symbolic name.
@@ -152,15 +155,20 @@ IEnumeration& CEnumerationNode::operator=(const gcstring& ValueStr) {
 CEnumEntryNode::CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
     : CNodeBase(map, description, arvNode, intfIEnumEntry) {}
 
+// An entry's value is a constant of the description, read once.
 int64_t CEnumEntryNode::GetValue() {
     CMapEntry entry(map());
+    if (m_ValueKnown)
+        return m_Value;
     if (!arvNode() || !ARV_IS_GC_ENUM_ENTRY(arvNode())) {
-        int64_t value = 0;
-        textToInteger(description().value("Value"), value);
-        return value;
+        textToInteger(description().value("Value"), m_Value);
+    } else {
+        m_Value = arvCall("GetValue", [&](GError** e) {
+            return arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(arvNode()), e);
+        });
     }
-    return arvCall("GetValue",
-                   [&](GError** e) { return arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(arvNode()), e); });
+    m_ValueKnown = true;
+    return m_Value;
 }
 
 gcstring CEnumEntryNode::GetSymbolic() const {

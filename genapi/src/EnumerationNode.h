@@ -30,10 +30,12 @@ protected:
     GenApi::EAccessMode naturalAccessMode() const override;
 
 private:
-    std::vector<CEnumEntryNode*> entries() const;
+    const std::vector<CEnumEntryNode*>& entries() const;
     ArvGcEnumeration* enumeration(const char* method) const;
 
     SCachedValue<int64_t> m_Value;
+    mutable std::vector<CEnumEntryNode*> m_Entries;
+    mutable bool m_EntriesKnown = false;
 };
 
 class CEnumEntryNode : public CNodeBase, public virtual GenApi::IEnumEntry {
@@ -51,6 +53,10 @@ public:
 
 protected:
     GenApi::EAccessMode naturalAccessMode() const override { return GenApi::RO; }
+
+private:
+    int64_t m_Value = 0;
+    bool m_ValueKnown = false;
 };
 
 }  // namespace GenApiEngine

@@ -98,9 +98,10 @@ double CFloatNode::GetMin() {
     checkAvailable("GetMin");
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMin")))
         return std::max(limit->GetValue(), m_ImposedMin);
-    const double minimum =
-        limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
-                        [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
+    const double minimum = cachedLimit(m_Min, "Min", [&] {
+        return limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
+                               [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
+    });
     return std::max(minimum, m_ImposedMin);
 }
 
@@ -109,9 +110,10 @@ double CFloatNode::GetMax() {
     checkAvailable("GetMax");
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMax")))
         return std::min(limit->GetValue(), m_ImposedMax);
-    const double maximum =
-        limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),
-                        [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });
+    const double maximum = cachedLimit(m_Max, "Max", [&] {
+        return limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),
+                               [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });
+    });
     return std::min(maximum, m_ImposedMax);
 }
 

@@ -46,6 +46,8 @@ private:
     GenApi::IFloat* source() const;
 
     SCachedValue<double> m_Value;
+    SCachedValue<double> m_Min;
+    SCachedValue<double> m_Max;
     double m_ImposedMin;
     double m_ImposedMax;
 };

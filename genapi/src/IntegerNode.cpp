@@ -53,7 +53,7 @@ void CIntegerNode::checkRange(int64_t value, const char* method) {
     }
     if (increment <= 0)
         raise(EError::LogicalError, method, "Increment must be larger than 0.");
-    const std::vector<int64_t> valid = validValues();
+    const std::vector<int64_t>& valid = validValues();
     if (!valid.empty() && std::find(valid.begin(), valid.end(), value) == valid.end()) {
         raise(EError::OutOfRange, method,
               formatText("Value = %" PRId64 " is not in the set of valid values.", value));
@@ -108,37 +108,46 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const int64_t minimum = limitOr<int64_t>(
-        "GetMin", "Min", INT64_MIN, [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
+    const int64_t minimum = cachedLimit(m_Min, "Min", [&] {
+        return limitOr<int64_t>("GetMin", "Min", INT64_MIN,
+                                [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
+    });
     return std::max(minimum, m_ImposedMin);
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const int64_t maximum = limitOr<int64_t>(
-        "GetMax", "Max", INT64_MAX, [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
+    const int64_t maximum = cachedLimit(m_Max, "Max", [&] {
+        return limitOr<int64_t>("GetMax", "Max", INT64_MAX,
+                                [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
+    });
     return std::min(maximum, m_ImposedMax);
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = limitOr<int64_t>(
-        "GetInc", "Inc", 1, [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
+    const int64_t increment = cachedLimit(m_Inc, "Inc", [&] {
+        return limitOr<int64_t>("GetInc", "Inc", 1,
+                                [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
+    });
     return increment > 0 ? increment : 1;
 }
 
-std::vector<int64_t> CIntegerNode::validValues() const {
-    std::vector<int64_t> values;
-    std::stringstream list(description().value("ValidValueSet"));
-    std::string item;
-    int64_t value;
-    while (std::getline(list, item, ';')) {
-        if (textToInteger(item, value))
-            values.push_back(value);
+// The set of valid values is a constant of the description, parsed once.
+const std::vector<int64_t>& CIntegerNode::validValues() const {
+    if (!m_ValidValuesKnown) {
+        std::stringstream list(description().value("ValidValueSet"));
+        std::string item;
+        int64_t value;
+        while (std::getline(list, item, ';')) {
+            if (textToInteger(item, value))
+                m_ValidValues.push_back(value);
+        }
+        m_ValidValuesKnown = true;
     }
-    return values;
+    return m_ValidValues;
 }
 
 EIncMode CIntegerNode::GetIncMode() {

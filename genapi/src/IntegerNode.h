@@ -40,9 +40,14 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
-    std::vector<int64_t> validValues() const;
+    const std::vector<int64_t>& validValues() const;
 
     SCachedValue<int64_t> m_Value;
+    SCachedValue<int64_t> m_Min;
+    SCachedValue<int64_t> m_Max;
+    SCachedValue<int64_t> m_Inc;
+    mutable std::vector<int64_t> m_ValidValues;
+    mutable bool m_ValidValuesKnown = false;
     int64_t m_ImposedMin = INT64_MIN;
     int64_t m_ImposedMax = INT64_MAX;
 };

@@ -25,6 +25,13 @@ bool CValueNode::keepsValue() const {
     return m_KeepsValue == GenApi::Yes;
 }
 
+bool CValueNode::limitKeepsValue(const char* limit) const {
+    if (description().has(limit))
+        return true;
+    const CValueNode* source = dynamic_cast<const CValueNode*>(pointee((std::string("p") + limit).c_str()));
+    return source && source->keepsValue();
+}
+
 uint64_t CValueNode::valueGeneration() const {
     return map().valueGeneration();
 }

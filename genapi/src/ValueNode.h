@@ -31,7 +31,19 @@ protected:
     // GenApi keeps a node's value; a NoCache node, or a read that ignores the cache, computes afresh.
     template <typename T, typename Compute>
     T cachedValue(SCachedValue<T>& slot, bool ignoreCache, Compute compute) const {
-        const bool keep = keepsValue();
+        return keptValue(slot, keepsValue(), ignoreCache, compute);
+    }
+    // A limit is kept when the description gives it as a number, or names a node that keeps its value.
+    template <typename T, typename Compute>
+    T cachedLimit(SCachedValue<T>& slot, const char* limit, Compute compute) const {
+        return keptValue(slot, limitKeepsValue(limit), false, compute);
+    }
+    bool keepsValue() const;
+
+private:
+    bool limitKeepsValue(const char* limit) const;
+    template <typename T, typename Compute>
+    T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
         if (keep && !ignoreCache && slot.generation == valueGeneration()) {
             if (verifyingValueCache())
                 checkCachedValue(slot.value, compute());
@@ -46,8 +58,6 @@ protected:
         return value;
     }
 
-private:
-    bool keepsValue() const;
     uint64_t valueGeneration() const;
     static bool verifyingValueCache();
     template <typename T>

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QStandardPaths>
 #include <algorithm>
+#include <cstdlib>
 #include <parametercollection/IIntegerParameter.h>
 #include <thread>
 
@@ -38,20 +39,27 @@ TEST(LostDevice, CallsFailQuicklyAndHeldParametersWorkAfterReattach) {
     if (!startFakeCamera(camera)) {
         GTEST_SKIP() << "the fake GigE Vision camera could not be started on 127.0.0.1";
     }
+    // The node maps outlive the collection, whatever way the test ends.
+    GenApi::CNodeMapRef first, second;
     QSharedPointer<CObjectState> state(new CObjectState(nullptr));
     CParameterCollection collection(state);
     collection.announceNodeMap(ParameterPath::CameraDevice);
-    GenApi::CNodeMapRef first(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
+    first = GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId);
     collection.attachNodeMap(ParameterPath::CameraDevice, first._Ptr);
     state->setState(ObjectState_Open);
     auto width = collection.get(IntegerParameterName("@CameraDevice/Width"));
     const long long before = width->getValue();
     EXPECT_GT(before, 0);
 
-    // The camera goes away. A value the description lets GenApi cache is still served from the cache;
-    // everything that reaches the device fails within the GigE Vision timeout and retries, no hang.
+    // The camera goes away. A value the description lets GenApi cache is still served from the cache
+    // (the checking mode evaluates every read afresh, so there it fails like the rest); everything that
+    // reaches the device fails within the GigE Vision timeout and retries, no hang.
     camera.stop();
-    EXPECT_EQ(width->getValue(), before);
+    try {
+        EXPECT_EQ(width->getValue(), before);
+    } catch (const BaseException&) {
+        EXPECT_NE(std::getenv("GENAPI_ENGINE_VERIFY_CACHE"), nullptr);
+    }
     QElapsedTimer clock;
     clock.start();
     EXPECT_THROW(width->setValue(before, true), BaseException);
@@ -63,7 +71,7 @@ TEST(LostDevice, CallsFailQuicklyAndHeldParametersWorkAfterReattach) {
 
     // It comes back: a node map of the new connection, attached, serves the same parameter object.
     ASSERT_TRUE(startFakeCamera(camera));
-    GenApi::CNodeMapRef second(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
+    second = GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId);
     collection.attachNodeMap(ParameterPath::CameraDevice, second._Ptr);
     state->setState(ObjectState_Open);
     EXPECT_EQ(collection.get(IntegerParameterName("@CameraDevice/Width")).data(), width.data());

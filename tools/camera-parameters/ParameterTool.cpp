@@ -177,11 +177,13 @@ int CParameterTool::watch() {
             Qt::QueuedConnection);
         parameter->scheduleParameterDataChangedCheck(true);
     }
-    // Polling also tells whether the device still answers: a loss ends the watch with a failure.
+    // Each period reads the watched features from the device afresh, past the values the engine keeps,
+    // which also tells whether the device still answers: a loss ends the watch with a failure.
     QTimer poller;
     QObject::connect(&poller, &QTimer::timeout, [this, &watched] {
         try {
             m_Collection.poll(100);
+            m_Collection.invalidate();
             watched.first()->getParameterData();
         } catch (const Core::Exception::BaseException& e) {
             QCoreApplication::exit(deviceStoppedAnswering(e));
