@@ -7,6 +7,7 @@ label="${1:-.}"
 "$here/scripts/setup.sh" >/dev/null
 export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$here/scripts/tsan.supp"
 export ASAN_OPTIONS="detect_leaks=1 halt_on_error=1"
+export LSAN_OPTIONS="suppressions=$here/scripts/lsan.supp"
 export UBSAN_OPTIONS="print_stacktrace=1 halt_on_error=1"
 for sanitizer in thread "address,undefined"; do
     build="$here/build-${sanitizer//,/-}"

@@ -224,11 +224,18 @@ bool stepped(T value, T minimum, T maximum, T step, T& next) {
     return next >= minimum && next <= maximum;
 }
 
+// The same for integers, with distances taken unsigned so that no limit of the 64-bit range overflows.
 bool changeInteger(CIntegerPtr feature) {
-    int64_t next = 0;
-    if (!stepped<int64_t>(feature->GetValue(), feature->GetMin(), feature->GetMax(), feature->GetInc(), next))
+    const int64_t value = feature->GetValue(), minimum = feature->GetMin(), maximum = feature->GetMax();
+    const uint64_t step = static_cast<uint64_t>(feature->GetInc());
+    if (value < minimum || value > maximum || step == 0)
         return false;
-    feature->SetValue(next);
+    if (static_cast<uint64_t>(maximum) - static_cast<uint64_t>(value) >= step)
+        feature->SetValue(static_cast<int64_t>(static_cast<uint64_t>(value) + step));
+    else if (static_cast<uint64_t>(value) - static_cast<uint64_t>(minimum) >= step)
+        feature->SetValue(static_cast<int64_t>(static_cast<uint64_t>(value) - step));
+    else
+        return false;
     return true;
 }
 
@@ -274,9 +281,12 @@ ESettling settleNumber(TPtr feature, bool (*valid)(TPtr)) {
     return valid(feature) ? ESettling::replaced : ESettling::impossible;
 }
 
+// The distance to the minimum is taken unsigned: limits may span the whole 64-bit range.
 bool validInteger(CIntegerPtr feature) {
     const int64_t value = feature->GetValue(), minimum = feature->GetMin();
-    return value >= minimum && value <= feature->GetMax() && (value - minimum) % feature->GetInc() == 0;
+    const uint64_t distance = static_cast<uint64_t>(value) - static_cast<uint64_t>(minimum);
+    return value >= minimum && value <= feature->GetMax() &&
+           distance % static_cast<uint64_t>(feature->GetInc()) == 0;
 }
 
 bool validFloat(CFloatPtr feature) {
