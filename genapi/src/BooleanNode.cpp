@@ -32,6 +32,10 @@ bool CBooleanNode::GetValue(bool Verify, bool IgnoreCache) const {
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
+    return cachedValue(m_Value, IgnoreCache || Verify, [&] { return computeValue(Verify, IgnoreCache); });
+}
+
+bool CBooleanNode::computeValue(bool Verify, bool IgnoreCache) const {
     IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
     if (!source) {
         return arvCall("GetValue",

@@ -21,6 +21,9 @@ private:
     ArvGcBoolean* boolean(const char* method) const;
     // OnValue or OffValue as the description gives it, or GenApi's default.
     int64_t describedValue(const char* property, int64_t fallback) const;
+    bool computeValue(bool Verify, bool IgnoreCache) const;
+
+    mutable SCachedValue<bool> m_Value;
 };
 
 }  // namespace GenApiEngine
