@@ -34,7 +34,19 @@ CNodemapWrapper* CParameterCollectionImpl::parseFullName(QString& featureName, Q
     return m_WrapperList.first();
 }
 
+void CParameterCollectionImpl::rememberResolved(const QString& name,
+                                                const QSharedPointer<CParameter>& parameter) {
+    if (!name.contains(QLatin1Char('|')))
+        m_Resolved.insert(name, parameter);
+}
+
+// A remembered parameter answers while it is bound; otherwise the name is resolved again, as the first
+// time, so that an unbound parameter still gives no result.
 QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const QString& name) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    const auto resolved = m_Resolved.constFind(name);
+    if (resolved != m_Resolved.cend() && !(*resolved)->isEmpty())
+        return *resolved;
     QSharedPointer<CParameter> found;
     SResolvedName last;
     const bool bound = forEachAlternative(name, last, [&](const SResolvedName& resolved) {
@@ -42,7 +54,10 @@ QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const
                                                                              resolved.isAlias);
         return !found->isEmpty();
     });
-    return bound ? found : QSharedPointer<IParameter>();
+    if (!bound)
+        return QSharedPointer<IParameter>();
+    rememberResolved(name, found);
+    return found;
 }
 
 bool CParameterCollectionImpl::containsWithUnknownType(const QString& name) {

@@ -5,6 +5,7 @@
 
 #include "../ScopedObjectStateLock.h"
 #include "NodemapWrapper.h"
+#include <QHash>
 #include <QMap>
 #include <QStringList>
 #include <QVector>
@@ -34,6 +35,12 @@ public:
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
 
 private:
+    // Full names without alternatives that resolved to a wrapper's cached parameter. Wrappers keep their
+    // parameters as long as the collection lives, so the same name gives the same object again; this
+    // answers a repeated get with one hash lookup instead of parsing the name.
+    QHash<QString, QSharedPointer<CParameter>> m_Resolved;
+    void rememberResolved(const QString& name, const QSharedPointer<CParameter>& parameter);
+
     // A resolved alternative of a full name.
     struct SResolvedName {
         CNodemapWrapper* wrapper = nullptr;
@@ -64,6 +71,11 @@ bool CParameterCollectionImpl::forEachAlternative(const QString& name, SResolved
 template <typename T>
 QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& name) {
     CScopedObjectStateLock lock(m_ObjectState.data());
+    const auto resolved = m_Resolved.constFind(name);
+    if (resolved != m_Resolved.cend()) {
+        if (QSharedPointer<T> typed = resolved->template dynamicCast<T>())
+            return typed;
+    }
     QSharedPointer<T> found;
     SResolvedName last;
     const bool bound = forEachAlternative(name, last, [&](const SResolvedName& resolved) {
@@ -73,8 +85,10 @@ QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& n
         found = resolved.wrapper->createAndAddToListIfNoDummy<T>(resolved.featureName, false);
         return !found->isEmpty();
     });
-    if (bound)
+    if (bound) {
+        rememberResolved(name, found);
         return found;
+    }
     return QSharedPointer<T>(new T(last.featureName, last.nodeMapName, m_ObjectState, m_Decoupler, nullptr));
 }
 

@@ -152,6 +152,7 @@ TEST_F(CollectionTest, UntypedGetsChooseTheClassByInterface) {
 TEST_F(CollectionTest, AskingForOneNameWithTwoTypesIsFatal) {
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     collection().get(IntegerParameterName("@CameraDevice/Width"));
+    collection().get(IntegerParameterName("@CameraDevice/Width"));  // now answered from the names resolved
     EXPECT_DEATH(collection().get(FloatParameterName("@CameraDevice/Width")), "Error: TypeMismatch");
 }
 
@@ -185,13 +186,19 @@ TEST_F(CollectionTest, AFailingReattachIsFatal) {
 TEST_F(CollectionTest, ParametersSurviveDetachAndReattachAsTheSameObjects) {
     QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
     QSharedPointer<IEnumParameter> pixelFormat = collection().get(EnumParameterName("PixelFormat"));
+    QSharedPointer<IParameter> untyped = collection().get(ParameterName("Width"));
+    EXPECT_EQ(untyped, width);
     collection().detachNodeMap(ParameterPath::CameraDevice);
+    // A name asked before still gives no untyped result while its parameter is unbound.
+    EXPECT_TRUE(collection().get(ParameterName("Width")).isNull());
+    EXPECT_EQ(collection().get(IntegerParameterName("Width")), width);
     EXPECT_TRUE(width->isEmpty());
     EXPECT_FALSE(width->isAvailable());
     EXPECT_EQ(width->toString(), "<not found>");
     EXPECT_TRUE(collection().getParameterCollectionNames().isEmpty());
     collection().attachNodeMap(ParameterPath::CameraDevice, map());
     EXPECT_EQ(collection().get(IntegerParameterName("Width")), width);
+    EXPECT_EQ(collection().get(ParameterName("Width")), untyped);
     EXPECT_EQ(width->getValue(), 640);
     EXPECT_EQ(pixelFormat->getValue(), "Mono8");
     // A second device of the same kind: the same objects now read the new device.
