@@ -81,16 +81,18 @@ uint16_t versionPart(const std::string& text) {
 
 CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName,
                                           CLock* userLock) {
-    CXmlIndex probe(xml);  // fails early, with a GenICam exception, on text that is not XML
-    refuseReadCycles(probe);
-    const std::string tagged = tagPortAddresses(xml, routePorts(probe));
+    // The index is built once: it fails early, with a GenICam exception, on text that is not XML, and the
+    // node map keeps it.
+    std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml));
+    refuseReadCycles(*index);
+    const std::string tagged = tagPortAddresses(xml, routePorts(*index));
     ArvDevice* device = createPortDevice();
     ArvGc* genicam = arv_gc_new(device, tagged.data(), tagged.size());
     if (!genicam) {
         g_object_unref(device);
         throw RUNTIME_EXCEPTION("The camera description could not be loaded");
     }
-    return new CNodeMapImpl(device, genicam, true, xml, deviceName, userLock);
+    return new CNodeMapImpl(device, genicam, true, xml, std::move(index), deviceName, userLock);
 }
 
 CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& deviceName) {
@@ -99,17 +101,19 @@ CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& d
     ArvGc* genicam = arv_device_get_genicam(device);
     if (!xml || !genicam)
         throw RUNTIME_EXCEPTION("The device has no camera description");
-    refuseReadCycles(CXmlIndex(std::string(xml, size)));
+    std::unique_ptr<CXmlIndex> index(new CXmlIndex(std::string(xml, size)));
+    refuseReadCycles(*index);
     g_object_ref(device);
-    return new CNodeMapImpl(device, genicam, false, std::string(xml, size), deviceName, nullptr);
+    return new CNodeMapImpl(device, genicam, false, std::string(xml, size), std::move(index), deviceName,
+                            nullptr);
 }
 
 CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
-                           const gcstring& deviceName, CLock* userLock)
+                           std::unique_ptr<CXmlIndex> index, const gcstring& deviceName, CLock* userLock)
     : m_Device(device),
       m_Genicam(genicam),
       m_OwnsDevice(ownsDevice),
-      m_Index(new CXmlIndex(xml)),
+      m_Index(std::move(index)),
       m_DeviceName(deviceName),
       m_Xml(xml),
       m_Lock(userLock ? userLock : &m_OwnLock) {

@@ -114,7 +114,8 @@ public:
 
 private:
     CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
-                 const GenICam::gcstring& deviceName, GenApi::CLock* userLock);
+                 std::unique_ptr<CXmlIndex> index, const GenICam::gcstring& deviceName,
+                 GenApi::CLock* userLock);
     ~CNodeMapImpl();
     void createNodes();
     void createCacheRules();
