@@ -73,6 +73,25 @@ TEST_F(SimulatedCameraTest, DeviceFilesRefuseWhatTheDeviceRefuses) {
     }
     EXPECT_EQ(readWholeFile(map(), "DeviceLog"), std::string(600, 'L'));
 
+    // A device that fails while a writing stream ends flushes nothing and releases everything, without
+    // an exception leaving the destructor. The device still holds the file open until it is closed.
+    {
+        ODevFileStream userSet(map(), "UserSet2");
+        ASSERT_TRUE(userSet.is_open());
+        userSet << "not yet flushed";
+        camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    }
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_FALSE(ODevFileStream(map(), "UserSet2").is_open());
+    ASSERT_TRUE(adapter.attach(map()));
+    EXPECT_TRUE(adapter.closeFile("UserSet2"));
+    {
+        ODevFileStream userSet(map(), "UserSet2");
+        ASSERT_TRUE(userSet.is_open());
+        userSet << "written";
+    }
+    EXPECT_EQ(readWholeFile(map(), "UserSet2"), "written");
+
     EXPECT_EQ(descriptionOf<GenICam::RuntimeException>([] { GenICam::INTEGRAL_CAST<int>(int64_t(1) << 40); }),
               "INTEGRAL_CAST failed");
 }

@@ -66,6 +66,76 @@ inline FileProtocolAdapter* OpenDeviceFile(INodeMap* pInterface, const char* pFi
     return nullptr;
 }
 
+// What a device file buffer holds while its file is open: the adapter, a transfer buffer of
+// FileAccessBuffer's size, the file's name and the offset of the next transfer.
+template <typename CharType>
+class DevFileTransfer {
+public:
+    DevFileTransfer() : m_pAdapter(nullptr), m_pBuffer(nullptr), m_BufSize(0), m_fpos(0) {}
+    ~DevFileTransfer() { release(); }
+
+    // Opens the file and allocates the buffer; false, holding nothing, when either fails.
+    bool open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode) {
+        if (m_pAdapter)
+            return false;
+        m_pAdapter = OpenDeviceFile(pInterface, pFileName, mode);
+        if (!m_pAdapter)
+            return false;
+        m_file = pFileName;
+        m_BufSize =
+            GENICAM_NAMESPACE::INTEGRAL_CAST<GenICam_streamsize>(m_pAdapter->getBufSize(pFileName, mode));
+        if (m_BufSize <= 0) {
+            m_pAdapter->closeFile(pFileName);
+            release();
+            return false;
+        }
+        m_pBuffer = new CharType[static_cast<size_t>(m_BufSize) / sizeof(CharType)];
+        m_fpos = 0;
+        return true;
+    }
+    // Runs `flush`, then closes the file; everything is released even when the device fails, so that
+    // nothing is left half open. True when both succeeded.
+    template <typename Flush>
+    bool close(Flush flush) {
+        bool done = false;
+        try {
+            const bool flushed = flush();
+            done = m_pAdapter->closeFile(m_file.c_str()) && flushed;
+        } catch (...) {
+            release();
+            throw;
+        }
+        release();
+        return done;
+    }
+    void release() {
+        delete m_pAdapter;
+        m_pAdapter = nullptr;
+        delete[] m_pBuffer;
+        m_pBuffer = nullptr;
+        m_BufSize = 0;
+    }
+
+    bool isOpen() const { return m_pAdapter != nullptr; }
+    FileProtocolAdapter& adapter() { return *m_pAdapter; }
+    CharType* buffer() { return m_pBuffer; }
+    // The buffer's length in characters, and in bytes.
+    size_t count() const { return static_cast<size_t>(m_BufSize) / sizeof(CharType); }
+    GenICam_streamsize bytes() const { return m_BufSize; }
+    const char* file() const { return m_file.c_str(); }
+    int64_t& position() { return m_fpos; }
+
+private:
+    DevFileTransfer(const DevFileTransfer&);
+    DevFileTransfer& operator=(const DevFileTransfer&);
+
+    FileProtocolAdapter* m_pAdapter;
+    CharType* m_pBuffer;
+    GenICam_streamsize m_BufSize;
+    GENICAM_NAMESPACE::gcstring m_file;
+    int64_t m_fpos;
+};
+
 // Reads a device file sequentially from offset 0, one FileAccessBuffer at a time.
 template <typename CharType, typename Traits>
 class IDevFileStreamBuf : public std::basic_streambuf<CharType, Traits> {
@@ -75,7 +145,7 @@ public:
     typedef IDevFileStreamBuf<CharType, Traits> filebuf_type;
     typedef typename Traits::int_type int_type;
 
-    IDevFileStreamBuf() : m_pBuffer(nullptr), m_BufSize(0), m_pAdapter(nullptr), m_fpos(0) {}
+    IDevFileStreamBuf() {}
     ~IDevFileStreamBuf() {
         try {
             close();
@@ -85,52 +155,33 @@ public:
 
     filebuf_type* open(INodeMap* pInterface, const char* pFileName,
                        std::ios_base::openmode mode = std::ios_base::in) {
-        if (m_pAdapter)
+        if (!m_Transfer.open(pInterface, pFileName, mode))
             return nullptr;
-        m_pAdapter = OpenDeviceFile(pInterface, pFileName, mode);
-        if (!m_pAdapter)
-            return nullptr;
-        m_file = pFileName;
-        m_BufSize =
-            GENICAM_NAMESPACE::INTEGRAL_CAST<GenICam_streamsize>(m_pAdapter->getBufSize(pFileName, mode));
-        if (m_BufSize <= 0) {
-            m_pAdapter->closeFile(pFileName);
-            release();
-            return nullptr;
-        }
-        m_pBuffer = new CharType[static_cast<size_t>(m_BufSize) / sizeof(CharType)];
-        m_fpos = 0;
-        this->setg(m_pBuffer, m_pBuffer, m_pBuffer);
+        CharType* buffer = m_Transfer.buffer();
+        this->setg(buffer, buffer, buffer);
         return this;
     }
-    bool is_open() const { return m_pAdapter != nullptr; }
+    bool is_open() const { return m_Transfer.isOpen(); }
     filebuf_type* close() {
-        if (!m_pAdapter)
+        if (!m_Transfer.isOpen())
             return nullptr;
-        bool closed = false;
-        try {
-            closed = m_pAdapter->closeFile(m_file.c_str());
-        } catch (...) {
-            release();
-            throw;
-        }
-        release();
-        return closed ? this : nullptr;
+        this->setg(nullptr, nullptr, nullptr);
+        return m_Transfer.close([] { return true; }) ? this : nullptr;
     }
 
 protected:
     int_type underflow() {
         if (this->gptr() < this->egptr())
             return Traits::to_int_type(*this->gptr());
-        if (!m_pAdapter)
+        if (!m_Transfer.isOpen())
             return Traits::eof();
-        const GenICam_streamsize count =
-            m_pAdapter->read(reinterpret_cast<char*>(m_pBuffer), m_fpos, m_BufSize, m_file.c_str());
+        CharType* buffer = m_Transfer.buffer();
+        const GenICam_streamsize count = m_Transfer.adapter().read(
+            reinterpret_cast<char*>(buffer), m_Transfer.position(), m_Transfer.bytes(), m_Transfer.file());
         if (count <= 0)
             return Traits::eof();
-        m_fpos += count;
-        this->setg(m_pBuffer, m_pBuffer,
-                   m_pBuffer + GENICAM_NAMESPACE::INTEGRAL_CAST<int>(count) / sizeof(CharType));
+        m_Transfer.position() += count;
+        this->setg(buffer, buffer, buffer + GENICAM_NAMESPACE::INTEGRAL_CAST<int>(count) / sizeof(CharType));
         return Traits::to_int_type(*this->gptr());
     }
     int_type pbackfail(int_type c) {
@@ -143,20 +194,7 @@ protected:
     }
 
 private:
-    void release() {
-        delete m_pAdapter;
-        m_pAdapter = nullptr;
-        delete[] m_pBuffer;
-        m_pBuffer = nullptr;
-        m_BufSize = 0;
-        this->setg(nullptr, nullptr, nullptr);
-    }
-
-    CharType* m_pBuffer;
-    GenICam_streamsize m_BufSize;
-    GENICAM_NAMESPACE::gcstring m_file;
-    FileProtocolAdapter* m_pAdapter;
-    int64_t m_fpos;
+    DevFileTransfer<CharType> m_Transfer;
 };
 
 // Writes a device file sequentially from offset 0; every full buffer, sync and close flushes a chunk.
@@ -168,42 +206,34 @@ public:
     typedef ODevFileStreamBuf<CharType, Traits> filebuf_type;
     typedef typename Traits::int_type int_type;
 
-    ODevFileStreamBuf() : m_pBuffer(nullptr), m_file(nullptr), m_pAdapter(nullptr), m_fpos(0) {}
-    ~ODevFileStreamBuf() { close(); }
+    ODevFileStreamBuf() {}
+    // A device failure while the last chunk is flushed cannot leave a destructor.
+    ~ODevFileStreamBuf() {
+        try {
+            close();
+        } catch (...) {
+        }
+    }
 
     filebuf_type* open(INodeMap* pInterface, const char* pFileName, std::ios_base::openmode mode) {
-        if (m_pAdapter)
+        if (!m_Transfer.open(pInterface, pFileName, mode))
             return nullptr;
-        m_pAdapter = OpenDeviceFile(pInterface, pFileName, mode);
-        if (!m_pAdapter)
-            return nullptr;
-        m_file = pFileName;
-        const int64_t size = m_pAdapter->getBufSize(m_file, mode);
-        if (size <= 0) {
-            m_pAdapter->closeFile(pFileName);
-            release();
-            return nullptr;
-        }
-        const size_t count = GENICAM_NAMESPACE::INTEGRAL_CAST<size_t>(size) / sizeof(CharType);
-        m_pBuffer = new CharType[count];
-        this->setp(m_pBuffer, m_pBuffer + count);
-        m_fpos = 0;
+        this->setp(m_Transfer.buffer(), m_Transfer.buffer() + m_Transfer.count());
         return this;
     }
-    bool is_open() const { return m_pAdapter != nullptr; }
+    bool is_open() const { return m_Transfer.isOpen(); }
     // The buffer is released even when the device fails, so that the destructor has nothing left to do.
     filebuf_type* close() {
-        if (!m_pAdapter)
+        if (!m_Transfer.isOpen())
             return nullptr;
         bool done = false;
         try {
-            const bool synced = sync() == 0;
-            done = m_pAdapter->closeFile(m_file) && synced;
+            done = m_Transfer.close([this] { return sync() == 0; });
         } catch (...) {
-            release();
+            this->setp(nullptr, nullptr);
             throw;
         }
-        release();
+        this->setp(nullptr, nullptr);
         return done ? this : nullptr;
     }
 
@@ -236,33 +266,22 @@ protected:
         return Traits::not_eof(c);
     }
     int sync() {
-        if (!m_pAdapter)
+        if (!m_Transfer.isOpen())
             return -1;
         const int64_t count = (this->pptr() - this->pbase()) * static_cast<int64_t>(sizeof(CharType));
         if (count == 0)
             return 0;
-        const GenICam_streamsize written =
-            m_pAdapter->write(reinterpret_cast<const char*>(this->pbase()), m_fpos, count, m_file);
+        const GenICam_streamsize written = m_Transfer.adapter().write(
+            reinterpret_cast<const char*>(this->pbase()), m_Transfer.position(), count, m_Transfer.file());
         if (written != count)
             return -1;
-        m_fpos += count;
-        this->setp(m_pBuffer, this->epptr());
+        m_Transfer.position() += count;
+        this->setp(m_Transfer.buffer(), this->epptr());
         return 0;
     }
 
 private:
-    void release() {
-        delete m_pAdapter;
-        m_pAdapter = nullptr;
-        delete[] m_pBuffer;
-        m_pBuffer = nullptr;
-        this->setp(nullptr, nullptr);
-    }
-
-    CharType* m_pBuffer;
-    const char* m_file;
-    FileProtocolAdapter* m_pAdapter;
-    int64_t m_fpos;
+    DevFileTransfer<CharType> m_Transfer;
 };
 
 // The stream around a device file buffer: open and close set the stream's state as std streams do.
