@@ -1,5 +1,6 @@
 // Editors per type, their writes, and the row following the device's snapshots.
 #include "FeatureRow.h"
+#include "ParameterPrinter.h"
 #include <Base/GCException.h>
 #include <QCheckBox>
 #include <QComboBox>
@@ -28,15 +29,6 @@
 using namespace ParameterCollection;
 
 namespace {
-
-// The access of a snapshot as GenApi writes it.
-QString accessText(const ParameterData& data) {
-    if (!data.isImplemented)
-        return QStringLiteral("NI");
-    if (data.isReadable)
-        return data.isWriteable ? QStringLiteral("RW") : QStringLiteral("RO");
-    return data.isWriteable ? QStringLiteral("WO") : QStringLiteral("NA");
-}
 
 int clampedToInt(qint64 value) {
     return static_cast<int>(
@@ -196,7 +188,8 @@ void CFeatureRow::refresh() {
 
 void CFeatureRow::showSnapshot(const ParameterData& data) {
     m_Item->setText(UnitColumn, m_Unit);
-    m_Item->setText(AccessColumn, accessText(data));
+    m_Item->setText(AccessColumn,
+                    CParameterPrinter::accessText(data.isImplemented, data.isReadable, data.isWriteable));
     m_Item->setData(ValueColumn, Qt::UserRole, data.valueText);
     m_Item->setToolTip(ValueColumn, data.valueText);
     if (!m_Editor)

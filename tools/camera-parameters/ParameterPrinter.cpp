@@ -1,5 +1,6 @@
 // Text forms of a parameter's type, access, visibility and value.
 #include "ParameterPrinter.h"
+#include <parametercollection/internal/VisibilityText.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <parametercollection/Exceptions.h>
@@ -53,8 +54,12 @@ QString CParameterPrinter::accessText(IParameter& parameter) {
         return "NI";
     if (!parameter.isAvailable())
         return "NA";
-    const bool readable = parameter.isReadable();
-    const bool writeable = parameter.isWriteable();
+    return accessText(true, parameter.isReadable(), parameter.isWriteable());
+}
+
+QString CParameterPrinter::accessText(bool implemented, bool readable, bool writeable) {
+    if (!implemented)
+        return "NI";
     if (readable && writeable)
         return "RW";
     if (readable)
@@ -63,18 +68,8 @@ QString CParameterPrinter::accessText(IParameter& parameter) {
 }
 
 QString CParameterPrinter::visibilityText(int visibility) {
-    switch (visibility) {
-        case 0:
-            return "Beginner";
-        case 1:
-            return "Expert";
-        case 2:
-            return "Guru";
-        case 3:
-            return "Invisible";
-        default:
-            return "Undefined";
-    }
+    return Internal::visibilityText(static_cast<GenApi::EVisibility>(visibility),
+                                    QStringLiteral("Undefined"));
 }
 
 QString CParameterPrinter::valueText(IParameter& parameter) {

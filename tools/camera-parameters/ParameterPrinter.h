@@ -21,6 +21,8 @@ public:
 
     static QString typeText(ParameterCollection::EParameterType type);
     static QString accessText(ParameterCollection::IParameter& parameter);
+    // GenApi's access text for what a snapshot says.
+    static QString accessText(bool implemented, bool readable, bool writeable);
     static QString visibilityText(int visibility);
     // The value as text, "" when it cannot be read; a failure to read shows its message.
     static QString valueText(ParameterCollection::IParameter& parameter);
