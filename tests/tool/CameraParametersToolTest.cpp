@@ -237,11 +237,22 @@ TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
 namespace {
 
 // Runs a shell session with the given lines on its standard input.
-SRun runShell(const QStringList& lines) {
-    return runProgram(CAMERA_PARAMETERS_TOOL, {"shell"}, (lines.join('\n') + "\nquit\n").toUtf8());
+SRun runShell(const QStringList& lines, const QStringList& options = QStringList()) {
+    return runProgram(CAMERA_PARAMETERS_TOOL, options + QStringList{"shell"},
+                      (lines.join('\n') + "\nquit\n").toUtf8());
 }
 
 }  // namespace
+
+// A shell opened on another device than the default serves its commands from that device.
+TEST(CameraParametersTool, AShellOnAnotherDeviceWorksOnIt) {
+    const SRun run = runShell({"get Width", "set Width 512", "get Width", "get Width --device sim"},
+                              {"--device", "aravis:fake"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width +Integer +RW +Beginner +512")))
+        << run.out.toStdString() << run.err.toStdString();
+    EXPECT_EQ(run.err.count("The shell works on the device it opened"), 1) << run.err.toStdString();
+}
 
 TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     QTemporaryDir folder;

@@ -78,6 +78,9 @@ int CParameterShell::runLine(const QString& line) {
     QStringList words = QProcess::splitCommand(line);
     if (m_Options.json)
         words.prepend("--json");
+    // Commands work on the shell's device unless they name one themselves (which is then refused).
+    if (!words.contains("--device"))
+        words = QStringList({"--device", m_Options.device}) + words;
     const CToolOptions options(words);
     if (options.help) {
         m_Out << CToolOptions::usage();
