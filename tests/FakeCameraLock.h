@@ -9,7 +9,8 @@
 
 class CFakeCameraLock {
 public:
-    CFakeCameraLock() : m_File(open("/tmp/parametercollection-fake-gv-camera.lock", O_CREAT | O_RDWR | O_CLOEXEC, 0666)) {
+    CFakeCameraLock()
+        : m_File(open("/tmp/parametercollection-fake-gv-camera.lock", O_CREAT | O_RDWR | O_CLOEXEC, 0666)) {
         if (m_File >= 0)
             flock(m_File, LOCK_EX);
     }
