@@ -141,7 +141,15 @@ double_autovector_t CFloatNode::GetListOfValidValues(bool) {
     return double_autovector_t();
 }
 
+// The representation follows from the description alone (the node's own or its source's), so it is
+// worked out once.
 ERepresentation CFloatNode::GetRepresentation() {
+    if (m_Representation == _UndefinedRepresentation)
+        m_Representation = describedRepresentation();
+    return m_Representation;
+}
+
+ERepresentation CFloatNode::describedRepresentation() {
     ERepresentation representation = PureNumber;
     if (ERepresentationClass::FromString(description().value("Representation").c_str(), &representation)) {
         return representation;

@@ -45,6 +45,9 @@ private:
     // The float node behind pValue, which supplies what this node does not describe itself.
     GenApi::IFloat* source() const;
 
+    GenApi::ERepresentation describedRepresentation();
+
+    GenApi::ERepresentation m_Representation = GenApi::_UndefinedRepresentation;
     SCachedValue<double> m_Value;
     SCachedValue<double> m_Min;
     SCachedValue<double> m_Max;

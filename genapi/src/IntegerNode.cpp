@@ -170,7 +170,15 @@ int64_autovector_t CIntegerNode::GetListOfValidValues(bool bounded) {
     return list;
 }
 
+// The representation follows from the description alone (the node's own or its source's), so it is
+// worked out once.
 ERepresentation CIntegerNode::GetRepresentation() {
+    if (m_Representation == _UndefinedRepresentation)
+        m_Representation = describedRepresentation();
+    return m_Representation;
+}
+
+ERepresentation CIntegerNode::describedRepresentation() {
     ERepresentation representation = PureNumber;
     if (ERepresentationClass::FromString(description().value("Representation").c_str(), &representation)) {
         return representation;

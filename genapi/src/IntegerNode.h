@@ -42,6 +42,9 @@ private:
     void checkRange(int64_t value, const char* method);
     const std::vector<int64_t>& validValues() const;
 
+    GenApi::ERepresentation describedRepresentation();
+
+    GenApi::ERepresentation m_Representation = GenApi::_UndefinedRepresentation;
     SCachedValue<int64_t> m_Value;
     SCachedValue<int64_t> m_Min;
     SCachedValue<int64_t> m_Max;

@@ -22,6 +22,7 @@ protected:
     struct SCachedValue {
         uint64_t generation = 0;
         T value{};
+        GenApi::EYesNo keeps = GenApi::_UndefinedYesNo;  // for limits: whether the limit is kept at all
     };
 
     // Reads that ignore the cache first drop the cached bytes of the registers behind the value.
@@ -36,7 +37,9 @@ protected:
     // A limit is kept when the description gives it as a number, or names a node that keeps its value.
     template <typename T, typename Compute>
     T cachedLimit(SCachedValue<T>& slot, const char* limit, Compute compute) const {
-        return keptValue(slot, limitKeepsValue(limit), false, compute);
+        if (slot.keeps == GenApi::_UndefinedYesNo)
+            slot.keeps = limitKeepsValue(limit) ? GenApi::Yes : GenApi::No;
+        return keptValue(slot, slot.keeps == GenApi::Yes, false, compute);
     }
     bool keepsValue() const;
 
