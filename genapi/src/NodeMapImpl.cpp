@@ -9,6 +9,7 @@
 #include "NodeWriteConcatenator.h"
 #include "PortDevice.h"
 #include "PortNode.h"
+#include "QuietXmlErrors.h"
 #include "RegisterNode.h"
 #include "StringNode.h"
 #include "TextForms.h"
@@ -81,6 +82,7 @@ uint16_t versionPart(const std::string& text) {
 
 CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName,
                                           CLock* userLock) {
+    const CQuietXmlErrors quiet;
     // The index is built once: it fails early, with a GenICam exception, on text that is not XML, and the
     // node map keeps it.
     std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml));

@@ -120,4 +120,18 @@ TEST_F(SimulatedCameraTest, DescriptionsThatAreNoXmlDoNotLoad) {
     nameless.replace(nameless.find(named), named.size(), "<EnumEntry Naee=\"Line0\"");
     CNodeMapRef tolerant;
     EXPECT_NO_THROW(tolerant._LoadXMLFromString(gcstring(nameless.c_str(), nameless.size())));
+
+    // Bytes its declared encoding cannot convert (found by fuzzing): the exception says so, and libxml2
+    // prints nothing of its own.
+    const std::string misencoded =
+        "<?xml version=\"1.0\" encoding=\"SHIFT_JIS\"?><RegisterDescription ModelName=\"M\" VendorName=\"V\" "
+        "StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" "
+        "SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" MinorVersion=\"0\" SubMinorVersion=\"0\" "
+        "ProductGuid=\"a\" VersionGuid=\"b\"><Port Name=\"Device\"/><Port Name=\"Other\"/>"
+        "<Integer "
+        "Name=\"A\"><ToolTip>\xef\xef\xef\xef</ToolTip><Value>1</Value></Integer></RegisterDescription>";
+    testing::internal::CaptureStderr();
+    CNodeMapRef quiet;
+    EXPECT_THROW(quiet._LoadXMLFromString(misencoded.c_str()), GenICam::RuntimeException);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
