@@ -4,6 +4,7 @@
 #include "NodeMapImpl.h"
 #include "TextForms.h"
 #include <GenApi/EnumClasses.h>
+#include <GenApi/IInteger.h>
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
@@ -93,11 +94,41 @@ IFloat& CFloatNode::operator=(double Value) {
     return *this;
 }
 
+// GenApi's converter limits: FormulaFrom at the limits of pValue, taken in the order its slope gives.
+bool CFloatNode::converterLimit(bool minimum, const char* method, double& limit) {
+    if (description().tag != "Converter" || description().has("Min") || description().has("pMin"))
+        return false;
+    double low = 0, high = 0;
+    CNodeBase* from = pointee("pValue");
+    if (IInteger* integer = dynamic_cast<IInteger*>(from)) {
+        low = static_cast<double>(integer->GetMin());
+        high = static_cast<double>(integer->GetMax());
+    } else if (IFloat* floating = dynamic_cast<IFloat*>(from)) {
+        low = floating->GetMin();
+        high = floating->GetMax();
+    } else {
+        return false;
+    }
+    const double atLow = CFormulaEvaluation(*this, low).asFloat(method);
+    const double atHigh = CFormulaEvaluation(*this, high).asFloat(method);
+    const std::string& slope = description().value("Slope");
+    if (slope == "Increasing")
+        limit = minimum ? atLow : atHigh;
+    else if (slope == "Decreasing")
+        limit = minimum ? atHigh : atLow;
+    else
+        limit = minimum ? std::min(atLow, atHigh) : std::max(atLow, atHigh);
+    return true;
+}
+
 double CFloatNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMin")))
         return std::max(limit->GetValue(), m_ImposedMin);
+    double converted = 0;
+    if (converterLimit(true, "GetMin", converted))
+        return std::max(converted, m_ImposedMin);
     const double minimum = cachedLimit(m_Min, "Min", [&] {
         return limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
                                [&](GError** e) { return arv_gc_float_get_min(floating("GetMin"), e); });
@@ -110,6 +141,9 @@ double CFloatNode::GetMax() {
     checkAvailable("GetMax");
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMax")))
         return std::min(limit->GetValue(), m_ImposedMax);
+    double converted = 0;
+    if (converterLimit(false, "GetMax", converted))
+        return std::min(converted, m_ImposedMax);
     const double maximum = cachedLimit(m_Max, "Max", [&] {
         return limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),
                                [&](GError** e) { return arv_gc_float_get_max(floating("GetMax"), e); });

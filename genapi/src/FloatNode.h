@@ -46,6 +46,8 @@ private:
     GenApi::IFloat* source() const;
 
     GenApi::ERepresentation describedRepresentation();
+    // The limit of a converter without limits of its own; false for other nodes.
+    bool converterLimit(bool minimum, const char* method, double& limit);
 
     GenApi::ERepresentation m_Representation = GenApi::_UndefinedRepresentation;
     SCachedValue<double> m_Value;

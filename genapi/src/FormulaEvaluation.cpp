@@ -28,6 +28,23 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
       m_Verify(verify),
       m_IgnoreCache(ignoreCache),
       m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
+    setVariables(node);
+    if (std::string(property) == "FormulaFrom")
+        setVariable("TO", node.map().node(node.description().value("pValue")));
+}
+
+CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, double to)
+    : m_Node(node),
+      m_Formula(node.description().value("FormulaFrom")),
+      m_Verify(false),
+      m_IgnoreCache(false),
+      m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
+    setVariables(node);
+    arv_evaluator_set_double_variable(m_Evaluator, "TO", to);
+    m_Values["TO"] = to;
+}
+
+void CFormulaEvaluation::setVariables(const CNodeBase& node) {
     for (const SProperty& element : node.description().properties) {
         const std::string name = nameAttribute(element);
         if (element.name == "pVariable") {
@@ -40,8 +57,6 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
             m_Expressions[name] = element.value;
         }
     }
-    if (std::string(property) == "FormulaFrom")
-        setVariable("TO", node.map().node(node.description().value("pValue")));
 }
 
 CFormulaEvaluation::~CFormulaEvaluation() {

@@ -17,12 +17,15 @@ class CFormulaEvaluation {
 public:
     // The formula in `property` of the node (Formula, FormulaFrom); a converter's TO is its pValue.
     CFormulaEvaluation(const CNodeBase& node, const char* property, bool verify, bool ignoreCache);
+    // A converter's FormulaFrom with TO given, as for the limits of its pValue.
+    CFormulaEvaluation(const CNodeBase& node, double to);
     ~CFormulaEvaluation();
 
     int64_t asInteger(const char* method) const;
     double asFloat(const char* method) const;
 
 private:
+    void setVariables(const CNodeBase& node);
     void setVariable(const std::string& name, CNodeBase* source);
 
     const CNodeBase& m_Node;

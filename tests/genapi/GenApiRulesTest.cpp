@@ -288,6 +288,31 @@ TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
     EXPECT_DOUBLE_EQ(CFloatPtr(map._GetNode("Limited"))->GetMin(), 0.75);
 }
 
+// A converter without limits of its own takes FormulaFrom at the limits of its pValue, in the order its
+// slope gives; a formula that fails there fails the limit with GenApi's exception.
+TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
+    const std::string xml = description(
+        R"(<Integer Name="Raw"><Value>5</Value><Min>2</Min><Max>10</Max></Integer>
+  <Integer Name="Zero"><Value>0</Value></Integer>
+  <Converter Name="Falling"><FormulaTo>100-FROM</FormulaTo><FormulaFrom>100-TO</FormulaFrom><pValue>Raw</pValue><Slope>Decreasing</Slope></Converter>
+  <Converter Name="Guessed"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Raw</pValue></Converter>
+  <Converter Name="Broken"><pVariable Name="Z">Zero</pVariable><FormulaTo>FROM*Z</FormulaTo><FormulaFrom>TO/Z</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></Converter>)");
+    CNodeMapRef map;
+    map._LoadXMLFromString(xml.c_str());
+    CFloatPtr falling(map._GetNode("Falling"));
+    EXPECT_DOUBLE_EQ(falling->GetMin(), 90.0);
+    EXPECT_DOUBLE_EQ(falling->GetMax(), 98.0);
+    EXPECT_DOUBLE_EQ(falling->GetValue(), 95.0);
+    CFloatPtr guessed(map._GetNode("Guessed"));
+    EXPECT_DOUBLE_EQ(guessed->GetMin(), 1.0);
+    EXPECT_DOUBLE_EQ(guessed->GetMax(), 5.0);
+    EXPECT_NE(descriptionOf<GenICam::LogicalErrorException>([&] {
+                  CFloatPtr(map._GetNode("Broken"))->GetMin();
+              }).find("#Infinity somewhere!"),
+              std::string::npos);
+    EXPECT_THROW(CFloatPtr(map._GetNode("Broken"))->GetMax(), GenICam::LogicalErrorException);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     const std::string xml = description(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
