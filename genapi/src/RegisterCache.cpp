@@ -17,7 +17,12 @@ bool overlaps(int64_t a, int64_t aLength, int64_t b, int64_t bLength) {
 size_t CRegisterCache::addRule(const SCacheRule& rule) {
     m_Rules.push_back(rule);
     m_PatternsBounded = false;
-    return m_Rules.size() - 1;
+    const size_t index = m_Rules.size() - 1;
+    if (rule.stride > 0)
+        m_IndexedRules.push_back(index);
+    else
+        m_FixedRules.emplace(rule.address, index);
+    return index;
 }
 
 void CRegisterCache::boundPatterns() const {
@@ -46,19 +51,24 @@ bool CRegisterCache::matches(const SCacheRule& rule, int64_t address, int64_t le
 // all must allow caching (NoCache wins).
 GenApi::ECachingMode CRegisterCache::modeOf(int64_t address, int64_t length) const {
     boundPatterns();
-    for (const bool indexed : {false, true}) {
-        bool found = false;
-        GenApi::ECachingMode mode = GenApi::WriteThrough;
-        for (const SCacheRule& rule : m_Rules) {
-            if ((rule.stride > 0) != indexed || !matches(rule, address, length))
-                continue;
-            found = true;
-            mode = GenApi::Combine(mode, rule.mode);
-        }
-        if (found)
-            return mode;
+    bool found = false;
+    GenApi::ECachingMode mode = GenApi::WriteThrough;
+    const auto fixed = m_FixedRules.equal_range(address);
+    for (auto rule = fixed.first; rule != fixed.second; ++rule) {
+        if (!matches(m_Rules[rule->second], address, length))
+            continue;
+        found = true;
+        mode = GenApi::Combine(mode, m_Rules[rule->second].mode);
     }
-    return GenApi::NoCache;
+    if (found)
+        return mode;
+    for (const size_t rule : m_IndexedRules) {
+        if (!matches(m_Rules[rule], address, length))
+            continue;
+        found = true;
+        mode = GenApi::Combine(mode, m_Rules[rule].mode);
+    }
+    return found ? mode : GenApi::NoCache;
 }
 
 bool CRegisterCache::read(int64_t address, int64_t length, void* buffer) const {
@@ -74,6 +84,7 @@ void CRegisterCache::afterRead(int64_t address, int64_t length, const void* buff
         return;
     const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
     m_Entries[address].assign(bytes, bytes + length);
+    m_LongestEntry = std::max(m_LongestEntry, length);
 }
 
 void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buffer) {
@@ -83,6 +94,7 @@ void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buf
         return;
     const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
     m_Entries[address].assign(bytes, bytes + length);
+    m_LongestEntry = std::max(m_LongestEntry, length);
 }
 
 void CRegisterCache::invalidateRule(size_t rule) {
@@ -96,9 +108,13 @@ void CRegisterCache::invalidateRule(size_t rule) {
     }
 }
 
+// Only entries that start less than the longest entry's length before the range can reach into it.
 void CRegisterCache::invalidate(int64_t address, int64_t length) {
     ++m_Generation;
-    for (auto entry = m_Entries.begin(); entry != m_Entries.end();) {
+    const int64_t first = address > INT64_MIN + m_LongestEntry ? address - m_LongestEntry : INT64_MIN;
+    const auto last =
+        address < INT64_MAX - length ? m_Entries.lower_bound(address + length) : m_Entries.end();
+    for (auto entry = m_Entries.upper_bound(first); entry != last;) {
         const int64_t entryLength = static_cast<int64_t>(entry->second.size());
         entry =
             overlaps(entry->first, entryLength, address, length) ? m_Entries.erase(entry) : std::next(entry);

@@ -50,7 +50,11 @@ private:
 
     mutable std::vector<SCacheRule> m_Rules;
     mutable bool m_PatternsBounded = false;
+    // Rules by the address of their register, and the rules of index patterns, which match more.
+    std::multimap<int64_t, size_t> m_FixedRules;
+    std::vector<size_t> m_IndexedRules;
     std::map<int64_t, std::vector<uint8_t>> m_Entries;
+    int64_t m_LongestEntry = 0;
     uint64_t m_Generation = 0;
 };
 

@@ -313,6 +313,37 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
     EXPECT_THROW(CFloatPtr(map._GetNode("Broken"))->GetMax(), GenICam::LogicalErrorException);
 }
 
+// Registers that share bytes: a write through one drops what the cache keeps of every other it overlaps,
+// whichever starts first, and leaves registers beside them alone.
+TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
+    const std::string xml = description(
+        R"(<IntReg Name="Wide"><Address>8</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="High"><Address>12</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="Low"><Address>4</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="Beside"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
+    CNodeMapRef map;
+    map._LoadXMLFromString(xml.c_str());
+    CWordPort port;
+    map._Connect(&port, "Device");
+    port.words[4] = 1;
+    port.words[8] = 2;
+    port.words[12] = 3;
+    port.words[16] = 4;
+    map._InvalidateNodes();
+    CIntegerPtr wide(map._GetNode("Wide")), high(map._GetNode("High")), low(map._GetNode("Low"));
+    CIntegerPtr beside(map._GetNode("Beside"));
+    EXPECT_EQ(wide->GetValue(), (int64_t(3) << 32) | 2);
+    EXPECT_EQ(low->GetValue(), (int64_t(2) << 32) | 1);
+    EXPECT_EQ(beside->GetValue(), 4);
+    high->SetValue(7);
+    EXPECT_EQ(wide->GetValue(), (int64_t(7) << 32) | 2);
+    wide->SetValue((int64_t(9) << 32) | 5);
+    EXPECT_EQ(high->GetValue(), 9);
+    EXPECT_EQ(low->GetValue(), (int64_t(5) << 32) | 1);
+    port.words[16] = 6;  // behind GenApi's back: the register beside keeps its cached bytes
+    EXPECT_EQ(beside->GetValue(), 4);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     const std::string xml = description(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
