@@ -46,11 +46,22 @@ std::string description(const std::string& nodes) {
 )";
 }
 
-std::string intReg(const char* name, int address, const char* extra = "") {
+std::string intReg(const char* name, int address, const char* extra = "", int length = 4) {
     return std::string("<IntReg Name=\"") + name + "\"><Address>" + std::to_string(address) +
-           "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>" + extra +
+           "</Address><Length>" + std::to_string(length) +
+           "</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>" + extra +
            "<Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
 }
+
+// A description of the given nodes loaded over a word port.
+struct SWordMap {
+    explicit SWordMap(const std::string& nodes) {
+        map._LoadXMLFromString(description(nodes).c_str());
+        map._Connect(&port, "Device");
+    }
+    CNodeMapRef map;
+    CWordPort port;
+};
 
 const std::string rulesNodes =
     R"(<Category Name="Root"><pFeature>Visible</pFeature><pFeature>Hidden</pFeature><pFeature>Absent</pFeature></Category>
@@ -254,7 +265,7 @@ TEST(PortRouting, EveryPortIsServedByTheUserPortConnectedToIt) {
 }
 
 TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
-    const std::string xml = description(
+    SWordMap words(
         R"(<IntConverter Name="Wide"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO + 1</FormulaFrom><pValue>WideReg</pValue><Slope>Increasing</Slope></IntConverter>
   <Enumeration Name="Picked"><EnumEntry Name="Big"><Value>4611686018427387905</Value></EnumEntry><pValue>Wide</pValue></Enumeration>
   <SwissKnife Name="Ratio"><pVariable Name="A">Numerator</pVariable><pVariable Name="B">Denominator</pVariable><Formula>A/B</Formula></SwissKnife>
@@ -263,10 +274,8 @@ TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
   <Integer Name="Numerator"><Value>3</Value></Integer>
   <Integer Name="Denominator"><Value>0</Value></Integer>
   <IntReg Name="WideReg"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
-    CNodeMapRef map;
-    map._LoadXMLFromString(xml.c_str());
-    CWordPort port;
-    map._Connect(&port, "Device");
+    CNodeMapRef& map = words.map;
+    CWordPort& port = words.port;
     // 2^62: a double cannot hold 2^62 + 1.
     port.words[0] = 0;
     port.words[4] = 0x40000000;
@@ -291,14 +300,13 @@ TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
 // A converter without limits of its own takes FormulaFrom at the limits of its pValue, in the order its
 // slope gives; a formula that fails there fails the limit with GenApi's exception.
 TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
-    const std::string xml = description(
+    SWordMap words(
         R"(<Integer Name="Raw"><Value>5</Value><Min>2</Min><Max>10</Max></Integer>
   <Integer Name="Zero"><Value>0</Value></Integer>
   <Converter Name="Falling"><FormulaTo>100-FROM</FormulaTo><FormulaFrom>100-TO</FormulaFrom><pValue>Raw</pValue><Slope>Decreasing</Slope></Converter>
   <Converter Name="Guessed"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Raw</pValue></Converter>
   <Converter Name="Broken"><pVariable Name="Z">Zero</pVariable><FormulaTo>FROM*Z</FormulaTo><FormulaFrom>TO/Z</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></Converter>)");
-    CNodeMapRef map;
-    map._LoadXMLFromString(xml.c_str());
+    CNodeMapRef& map = words.map;
     CFloatPtr falling(map._GetNode("Falling"));
     EXPECT_DOUBLE_EQ(falling->GetMin(), 90.0);
     EXPECT_DOUBLE_EQ(falling->GetMax(), 98.0);
@@ -316,15 +324,10 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
 // Registers that share bytes: a write through one drops what the cache keeps of every other it overlaps,
 // whichever starts first, and leaves registers beside them alone.
 TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
-    const std::string xml = description(
-        R"(<IntReg Name="Wide"><Address>8</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <IntReg Name="High"><Address>12</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <IntReg Name="Low"><Address>4</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
-  <IntReg Name="Beside"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
-    CNodeMapRef map;
-    map._LoadXMLFromString(xml.c_str());
-    CWordPort port;
-    map._Connect(&port, "Device");
+    SWordMap words(intReg("Wide", 8, "", 8) + intReg("High", 12) + intReg("Low", 4, "", 8) +
+                   intReg("Beside", 16));
+    CNodeMapRef& map = words.map;
+    CWordPort& port = words.port;
     port.words[4] = 1;
     port.words[8] = 2;
     port.words[12] = 3;
@@ -345,7 +348,7 @@ TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
 }
 
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
-    const std::string xml = description(
+    SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
     <StructEntry Name="Switch"><AccessMode>RW</AccessMode><Bit>0</Bit></StructEntry>
     <StructEntry Name="Status"><Bit>1</Bit></StructEntry>
@@ -354,10 +357,7 @@ TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeInte
   <Integer Name="Guarded"><pIsAvailable>Hidden</pIsAvailable><Value>5</Value></Integer>
   <Integer Name="Zero"><Value>0</Value></Integer>
   <Integer Name="Unavailable"><pIsAvailable>Zero</pIsAvailable><Value>5</Value></Integer>)");
-    CNodeMapRef map;
-    map._LoadXMLFromString(xml.c_str());
-    CWordPort port;
-    map._Connect(&port, "Device");
+    CNodeMapRef& map = words.map;
     EXPECT_EQ(map._GetNode("Switch")->GetAccessMode(), RW);
     EXPECT_EQ(map._GetNode("Status")->GetAccessMode(), RO);
     // A boolean named as a condition is not consulted; an integer is.

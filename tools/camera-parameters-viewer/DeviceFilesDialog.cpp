@@ -61,11 +61,7 @@ void CDeviceFilesDialog::log(const QString& out, const QString& err) {
 // Runs one of the tool's file commands with its output going to strings; answers its exit code.
 int CDeviceFilesDialog::run(const std::function<int(CDeviceFilesCommands&)>& command, QString& out) {
     QString err;
-    QTextStream outStream(&out), errStream(&err);
-    CDeviceFilesCommands commands(m_Collection, outStream, errStream);
-    const int result = command(commands);
-    outStream.flush();
-    errStream.flush();
+    const int result = CDeviceFilesCommands::runCaptured(m_Collection, command, out, err);
     log(QString(), err);
     return result;
 }

@@ -162,11 +162,7 @@ QString CViewerWindow::detailsText() const {
 bool CViewerWindow::runSettingsCommand(const std::function<int(CDeviceFilesCommands&)>& command,
                                        QString& report) {
     QString out, err;
-    QTextStream outStream(&out), errStream(&err);
-    CDeviceFilesCommands commands(collection(), outStream, errStream);
-    const int result = command(commands);
-    outStream.flush();
-    errStream.flush();
+    const int result = CDeviceFilesCommands::runCaptured(collection(), command, out, err);
     report = (out + err).trimmed();
     return result == CParameterTool::Done;
 }

@@ -34,6 +34,17 @@ CDeviceFilesCommands::CDeviceFilesCommands(CParameterCollection& collection, QTe
                                            QTextStream& err)
     : m_Collection(collection), m_Out(out), m_Err(err) {}
 
+int CDeviceFilesCommands::runCaptured(CParameterCollection& collection,
+                                      const std::function<int(CDeviceFilesCommands&)>& command, QString& out,
+                                      QString& err) {
+    QTextStream outStream(&out), errStream(&err);
+    CDeviceFilesCommands commands(collection, outStream, errStream);
+    const int result = command(commands);
+    outStream.flush();
+    errStream.flush();
+    return result;
+}
+
 int CDeviceFilesCommands::save(const QString& path) {
     const QString text = m_Collection.saveFeatureStreamToString(ParameterPath::CameraDevice);
     QFile file(path);

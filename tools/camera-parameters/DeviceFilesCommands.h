@@ -3,12 +3,18 @@
 #define TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
 
 #include <QTextStream>
+#include <functional>
 #include <parametercollection/ParameterCollection.h>
 
 class CDeviceFilesCommands {
 public:
     CDeviceFilesCommands(ParameterCollection::CParameterCollection& collection, QTextStream& out,
                          QTextStream& err);
+
+    // Runs one command with what it prints collected in strings, as a window shows it; answers its code.
+    static int runCaptured(ParameterCollection::CParameterCollection& collection,
+                           const std::function<int(CDeviceFilesCommands&)>& command, QString& out,
+                           QString& err);
 
     // The camera device's settings to a file.
     int save(const QString& path);
