@@ -94,23 +94,22 @@ IFloat& CFloatNode::operator=(double Value) {
     return *this;
 }
 
-// GenApi's converter limits: FormulaFrom at the limits of pValue, taken in the order its slope gives.
+// GenApi's converter limits: FormulaFrom at both limits of pValue (either failing fails the limit), taken
+// in the order its slope gives.
 bool CFloatNode::converterLimit(bool minimum, const char* method, double& limit) {
     if (description().tag != "Converter" || description().has("Min") || description().has("pMin"))
         return false;
-    double low = 0, high = 0;
     CNodeBase* from = pointee("pValue");
-    if (IInteger* integer = dynamic_cast<IInteger*>(from)) {
-        low = static_cast<double>(integer->GetMin());
-        high = static_cast<double>(integer->GetMax());
-    } else if (IFloat* floating = dynamic_cast<IFloat*>(from)) {
-        low = floating->GetMin();
-        high = floating->GetMax();
-    } else {
+    IInteger* integer = dynamic_cast<IInteger*>(from);
+    IFloat* floating = dynamic_cast<IFloat*>(from);
+    if (!integer && !floating)
         return false;
-    }
-    const double atLow = CFormulaEvaluation(*this, low).asFloat(method);
-    const double atHigh = CFormulaEvaluation(*this, high).asFloat(method);
+    auto convertedAt = [&](bool lower) {
+        const double to = integer ? static_cast<double>(lower ? integer->GetMin() : integer->GetMax())
+                                  : (lower ? floating->GetMin() : floating->GetMax());
+        return CFormulaEvaluation(*this, to).asFloat(method);
+    };
+    const double atLow = convertedAt(true), atHigh = convertedAt(false);
     const std::string& slope = description().value("Slope");
     if (slope == "Increasing")
         limit = minimum ? atLow : atHigh;

@@ -1,5 +1,6 @@
 // Builds engine nodes over Aravis' document, links their dependencies and runs the lock/callback protocol.
 #include "NodeMapImpl.h"
+#include <Base/GCUtilities.h>
 #include "BooleanNode.h"
 #include "CategoryNode.h"
 #include "CommandNode.h"
@@ -315,11 +316,15 @@ std::vector<const CNodeBase*> CNodeMapImpl::registersBehind(const CNodeBase* nod
 }
 
 bool CNodeMapImpl::verifyingValueCache() {
-    static const bool verifying = [] {
-        const char* setting = std::getenv("GENAPI_ENGINE_VERIFY_CACHE");
-        return setting && std::string(setting) == "1";
-    }();
+    static const bool verifying =
+        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
     return verifying;
+}
+
+bool CNodeMapImpl::keepingValues() {
+    static const bool keeping =
+        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VALUE_CACHE") != "0";
+    return keeping;
 }
 
 void CNodeMapImpl::dropCache(const CNodeBase* node) const {

@@ -95,6 +95,8 @@ public:
     uint64_t valueGeneration() const { return m_ValueGeneration + m_Cache.generation(); }
     // GENAPI_ENGINE_VERIFY_CACHE=1: every cached value served is compared with a fresh evaluation.
     static bool verifyingValueCache();
+    // GENAPI_ENGINE_VALUE_CACHE=0: no node keeps its value, to compare with every read evaluated.
+    static bool keepingValues();
     void checkPortAccess() const;
 
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.

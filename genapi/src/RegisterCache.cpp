@@ -88,8 +88,7 @@ void CRegisterCache::afterRead(int64_t address, int64_t length, const void* buff
 }
 
 void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buffer) {
-    invalidate(address, length);
-    ++m_Generation;
+    invalidate(address, length);  // moves the generation on
     if (modeOf(address, length) != GenApi::WriteThrough)
         return;
     const uint8_t* bytes = static_cast<const uint8_t*>(buffer);

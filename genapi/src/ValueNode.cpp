@@ -18,15 +18,12 @@ void CValueNode::dropCacheIf(bool ignoreCache) const {
 }
 
 // A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache;
-// the caching mode follows from the description alone, so it is asked once. GENAPI_ENGINE_VALUE_CACHE=0
-// turns keeping off, to compare with every read evaluated.
+// the caching mode follows from the description alone, so it is asked once.
 bool CValueNode::keepsValue() const {
-    static const bool enabled = [] {
-        const char* setting = std::getenv("GENAPI_ENGINE_VALUE_CACHE");
-        return !setting || std::string(setting) != "0";
-    }();
-    if (m_KeepsValue == GenApi::_UndefinedYesNo)
-        m_KeepsValue = enabled && GetCachingMode() != GenApi::NoCache ? GenApi::Yes : GenApi::No;
+    if (m_KeepsValue == GenApi::_UndefinedYesNo) {
+        const bool keeps = CNodeMapImpl::keepingValues() && GetCachingMode() != GenApi::NoCache;
+        m_KeepsValue = keeps ? GenApi::Yes : GenApi::No;
+    }
     return m_KeepsValue == GenApi::Yes;
 }
 
