@@ -22,5 +22,8 @@ run() {
 }
 run FullNameFuzzer names
 run FeatureStreamFuzzer streams
+# The simulated camera's own description seeds the description fuzzer, as it stands today.
+mkdir -p "$build/fuzz/corpus-DescriptionFuzzer"
+cp "$here/simcamera/SimulatedCamera.xml" "$build/fuzz/corpus-DescriptionFuzzer/simulated-camera.xml"
 run DescriptionFuzzer descriptions
 run FileAccessFuzzer files
