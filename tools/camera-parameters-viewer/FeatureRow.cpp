@@ -71,70 +71,84 @@ CFeatureRow::CFeatureRow(QSharedPointer<IParameter> parameter, QTreeWidgetItem* 
 
 CFeatureRow::~CFeatureRow() = default;
 
-void CFeatureRow::createEditor() {
-    QWidget* editor = nullptr;
+QWidget* CFeatureRow::integerEditor() {
+    auto spin = new QSpinBox;
+    auto integer = m_Parameter.dynamicCast<IIntegerParameter>();
+    connect(spin, &QSpinBox::editingFinished, this, [this, spin, integer] {
+        if (spin->value() != integer->getValueOrDefault(spin->value()))
+            write([&] { integer->setValue(spin->value(), true); });
+    });
+    return spin;
+}
+
+QWidget* CFeatureRow::floatEditor() {
+    auto spin = new QDoubleSpinBox;
+    auto floating = m_Parameter.dynamicCast<IFloatParameter>();
+    connect(spin, &QDoubleSpinBox::editingFinished, this, [this, spin, floating] {
+        if (spin->text() != spin->textFromValue(floating->getValueOrDefault(spin->value())))
+            write([&] { floating->setValue(spin->value()); });
+    });
+    return spin;
+}
+
+QWidget* CFeatureRow::enumerationEditor() {
+    auto combo = new QComboBox;
+    auto enumeration = m_Parameter.dynamicCast<IEnumParameter>();
+    connect(combo, QOverload<int>::of(&QComboBox::activated), this, [this, combo, enumeration](int index) {
+        write([&] { enumeration->setValue(combo->itemData(index).toString()); });
+    });
+    return combo;
+}
+
+QWidget* CFeatureRow::booleanEditor() {
+    auto check = new QCheckBox;
+    auto boolean = m_Parameter.dynamicCast<IBooleanParameter>();
+    connect(check, &QCheckBox::toggled, this,
+            [this, boolean](bool on) { write([&] { boolean->setValue(on, true); }); });
+    return check;
+}
+
+QWidget* CFeatureRow::commandEditor() {
+    auto button = new QPushButton(tr("Execute"));
+    auto command = m_Parameter.dynamicCast<ICommandParameter>();
+    connect(button, &QPushButton::clicked, this, [this, command] {
+        write([&] { command->execute(true); });
+        watchCommandUntilDone();
+    });
+    return button;
+}
+
+QWidget* CFeatureRow::stringEditor() {
+    auto line = new QLineEdit;
+    auto string = m_Parameter.dynamicCast<IStringParameter>();
+    connect(line, &QLineEdit::editingFinished, this, [this, line, string] {
+        if (line->text() != string->getValueOrDefault(line->text()))
+            write([&] { string->setValue(line->text()); });
+    });
+    return line;
+}
+
+QWidget* CFeatureRow::editorForType() {
     switch (m_Parameter->getParameterType()) {
-        case ParameterType_Integer: {
-            auto spin = new QSpinBox;
-            auto integer = m_Parameter.dynamicCast<IIntegerParameter>();
-            connect(spin, &QSpinBox::editingFinished, this, [this, spin, integer] {
-                if (spin->value() != integer->getValueOrDefault(spin->value()))
-                    write([&] { integer->setValue(spin->value(), true); });
-            });
-            editor = spin;
-            break;
-        }
-        case ParameterType_Float: {
-            auto spin = new QDoubleSpinBox;
-            auto floating = m_Parameter.dynamicCast<IFloatParameter>();
-            connect(spin, &QDoubleSpinBox::editingFinished, this, [this, spin, floating] {
-                if (spin->text() != spin->textFromValue(floating->getValueOrDefault(spin->value())))
-                    write([&] { floating->setValue(spin->value()); });
-            });
-            editor = spin;
-            break;
-        }
-        case ParameterType_Enumeration: {
-            auto combo = new QComboBox;
-            auto enumeration = m_Parameter.dynamicCast<IEnumParameter>();
-            connect(combo, QOverload<int>::of(&QComboBox::activated), this,
-                    [this, combo, enumeration](int index) {
-                        write([&] { enumeration->setValue(combo->itemData(index).toString()); });
-                    });
-            editor = combo;
-            break;
-        }
-        case ParameterType_Boolean: {
-            auto check = new QCheckBox;
-            auto boolean = m_Parameter.dynamicCast<IBooleanParameter>();
-            connect(check, &QCheckBox::toggled, this,
-                    [this, boolean](bool on) { write([&] { boolean->setValue(on, true); }); });
-            editor = check;
-            break;
-        }
-        case ParameterType_Command: {
-            auto button = new QPushButton(tr("Execute"));
-            auto command = m_Parameter.dynamicCast<ICommandParameter>();
-            connect(button, &QPushButton::clicked, this, [this, command] {
-                write([&] { command->execute(true); });
-                watchCommandUntilDone();
-            });
-            editor = button;
-            break;
-        }
-        case ParameterType_String: {
-            auto line = new QLineEdit;
-            auto string = m_Parameter.dynamicCast<IStringParameter>();
-            connect(line, &QLineEdit::editingFinished, this, [this, line, string] {
-                if (line->text() != string->getValueOrDefault(line->text()))
-                    write([&] { string->setValue(line->text()); });
-            });
-            editor = line;
-            break;
-        }
+        case ParameterType_Integer:
+            return integerEditor();
+        case ParameterType_Float:
+            return floatEditor();
+        case ParameterType_Enumeration:
+            return enumerationEditor();
+        case ParameterType_Boolean:
+            return booleanEditor();
+        case ParameterType_Command:
+            return commandEditor();
+        case ParameterType_String:
+            return stringEditor();
         default:
-            editor = new QLabel;
+            return new QLabel;
     }
+}
+
+void CFeatureRow::createEditor() {
+    QWidget* editor = editorForType();
     editor->setObjectName(m_Parameter->getName());
     editor->setAutoFillBackground(true);
     m_Editor = editor;

@@ -36,6 +36,14 @@ signals:
     void refreshed(CFeatureRow* row);
 
 private:
+    // The editor for the parameter's type, connected to write what the user enters.
+    QWidget* editorForType();
+    QWidget* integerEditor();
+    QWidget* floatEditor();
+    QWidget* enumerationEditor();
+    QWidget* booleanEditor();
+    QWidget* commandEditor();
+    QWidget* stringEditor();
     void write(const std::function<void()>& change);
     void showSnapshot(const ParameterCollection::ParameterData& data);
     void watchCommandUntilDone();
