@@ -177,13 +177,15 @@ int CParameterTool::watch() {
             Qt::QueuedConnection);
         parameter->scheduleParameterDataChangedCheck(true);
     }
-    // Each period reads the watched features from the device afresh, past the values the engine keeps,
-    // which also tells whether the device still answers: a loss ends the watch with a failure.
+    // Each period invalidates the watched features, so that they are read from the device afresh past
+    // the values the engine keeps; that also tells whether the device still answers: a loss ends the
+    // watch with a failure.
     QTimer poller;
     QObject::connect(&poller, &QTimer::timeout, [this, &watched] {
         try {
             m_Collection.poll(100);
-            m_Collection.invalidate();
+            for (const QSharedPointer<IParameter>& parameter : watched)
+                parameter->getAdvancedParameterAccess()->refresh();
             watched.first()->getParameterData();
         } catch (const Core::Exception::BaseException& e) {
             QCoreApplication::exit(deviceStoppedAnswering(e));
