@@ -28,6 +28,14 @@ QMap<QString, QString> streamEntries(const QString& text) {
     return entries;
 }
 
+// "r" and "w" as the open modes the device offers for the selected file allow.
+QString accessOfSelectedFile(IEnumParameter& openMode) {
+    const QVector<QString> modes = openMode.isEmpty() ? QVector<QString>() : openMode.getSettableValues();
+    const bool readable = modes.contains("Read") || modes.contains("ReadWrite");
+    const bool writable = modes.contains("Write") || modes.contains("ReadWrite");
+    return QString(readable ? "r" : "-") + (writable ? "w" : "-");
+}
+
 }  // namespace
 
 CDeviceFilesCommands::CDeviceFilesCommands(CParameterCollection& collection, QTextStream& out,
@@ -111,14 +119,10 @@ int CDeviceFilesCommands::files() {
     for (const QString& name : selector->getAllValues()) {
         QString bytes = "-";
         QString access = "--";
-        if (selector->getSettableValues().contains(name) && selector->trySetValue(name)) {
+        if (selector->trySetValue(name)) {  // refused for a file that cannot be selected now
             if (size->isReadable())
                 bytes = QString::number(size->getValue());
-            const QVector<QString> modes =
-                openMode->isEmpty() ? QVector<QString>() : openMode->getSettableValues();
-            const bool readable = modes.contains("Read") || modes.contains("ReadWrite");
-            const bool writable = modes.contains("Write") || modes.contains("ReadWrite");
-            access = QString(readable ? "r" : "-") + (writable ? "w" : "-");
+            access = accessOfSelectedFile(*openMode);
         }
         m_Out << name.leftJustified(24) << bytes.rightJustified(10) << "  " << access << "\n";
     }
