@@ -2,57 +2,16 @@
 // memory port: loading and connecting it against the simulated camera's description, and a write once
 // every node has been read (the state a GUI or the decoupler leaves a node map in) against a write on a
 // fresh map. Skipped when the description is absent.
-#include <GenApi/GenApi.h>
+#include "MemoryDescriptions.h"
 #include <SimulatedCamera.h>
 #include <benchmark/benchmark.h>
-#include <cstring>
-#include <fstream>
-#include <map>
-#include <memory>
-#include <sstream>
 
 namespace {
 
 const std::string largest = std::string(PC_CAMERA_DESCRIPTIONS) + "/flir_blackfly_s_pge_19s4m.xml";
 
-std::string fileText(const std::string& path) {
-    std::ifstream file(path);
-    std::stringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-// A register space in memory whose bytes read as zero until written.
-class CMemoryPort : public GenApi::CPortImpl {
-public:
-    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
-    void Read(void* buffer, int64_t address, int64_t length) override {
-        for (int64_t i = 0; i < length; ++i) {
-            const auto written = m_Bytes.find(address + i);
-            static_cast<uint8_t*>(buffer)[i] = written == m_Bytes.end() ? 0 : written->second;
-        }
-    }
-    void Write(const void* buffer, int64_t address, int64_t length) override {
-        for (int64_t i = 0; i < length; ++i)
-            m_Bytes[address + i] = static_cast<const uint8_t*>(buffer)[i];
-    }
-
-private:
-    std::map<int64_t, uint8_t> m_Bytes;
-};
-
-struct SLoaded {
-    explicit SLoaded(const std::string& xml) {
-        map._LoadXMLFromString(xml.c_str());
-        GenApi::NodeList_t nodes;
-        map._GetNodes(nodes);
-        for (GenApi::INode* node : nodes) {
-            if (node->GetPrincipalInterfaceType() == GenApi::intfIPort) {
-                ports.emplace_back(new CMemoryPort());
-                map._Connect(ports.back().get(), node->GetName());
-            }
-        }
-    }
+struct SLoaded : SDescriptionInMemory {
+    explicit SLoaded(const std::string& xml) : SDescriptionInMemory(xml, false) {}
     // Reads every readable value once.
     void readEverything() {
         GenApi::NodeList_t nodes;
@@ -82,8 +41,6 @@ struct SLoaded {
         }
         return nullptr;
     }
-    GenApi::CNodeMapRef map;
-    std::vector<std::unique_ptr<CMemoryPort>> ports;
 };
 
 bool available(benchmark::State& state) {

@@ -1,7 +1,7 @@
 // Real camera descriptions load with a memory port under them, and a walk reads every readable node.
+#include "MemoryDescriptions.h"
 #include <GenApi/GenApi.h>
 #include <gtest/gtest.h>
-#include <dirent.h>
 #include <iostream>
 #include <map>
 #include <string>
@@ -10,40 +10,6 @@
 using namespace GenApi;
 
 namespace {
-
-// A port over sparse memory: every address reads as zero until written.
-class CSparseMemoryPort : public CPortImpl {
-public:
-    EAccessMode GetAccessMode() const override { return RW; }
-    void Read(void* pBuffer, int64_t Address, int64_t Length) override {
-        for (int64_t i = 0; i < Length; ++i)
-            static_cast<uint8_t*>(pBuffer)[i] = byteAt(Address + i);
-    }
-    void Write(const void* pBuffer, int64_t Address, int64_t Length) override {
-        for (int64_t i = 0; i < Length; ++i)
-            m_Bytes[Address + i] = static_cast<const uint8_t*>(pBuffer)[i];
-    }
-
-private:
-    uint8_t byteAt(int64_t address) const {
-        const auto found = m_Bytes.find(address);
-        return found == m_Bytes.end() ? 0 : found->second;
-    }
-    std::map<int64_t, uint8_t> m_Bytes;
-};
-
-std::vector<std::string> descriptionFiles() {
-    std::vector<std::string> files;
-    if (DIR* folder = opendir(PC_CAMERA_DESCRIPTIONS)) {
-        while (dirent* entry = readdir(folder)) {
-            const std::string name = entry->d_name;
-            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0)
-                files.push_back(name);
-        }
-        closedir(folder);
-    }
-    return files;
-}
 
 // Reads a node's value, limits and entries as a client would.
 void readEverything(INode* node) {
@@ -88,14 +54,15 @@ std::string typeOf(const GenICam::GenericException& e) {
 }  // namespace
 
 TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
-    const std::vector<std::string> files = descriptionFiles();
-    if (files.empty())
+    const std::vector<std::string> names = describedCameras(PC_CAMERA_DESCRIPTIONS);
+    if (names.empty())
         GTEST_SKIP() << "no camera descriptions in " << PC_CAMERA_DESCRIPTIONS;
-    for (const std::string& file : files) {
+    for (const std::string& name : names) {
+        const std::string file = name + ".xml";
         SCOPED_TRACE(file);
         CNodeMapRef map;
         ASSERT_NO_THROW(map._LoadXMLFromFile((std::string(PC_CAMERA_DESCRIPTIONS) + "/" + file).c_str()));
-        CSparseMemoryPort port;
+        CMemoryPort port;
         ASSERT_TRUE(map._Connect(&port));
         NodeList_t nodes;
         map._GetNodes(nodes);

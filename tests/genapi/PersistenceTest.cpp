@@ -1,5 +1,6 @@
 // Feature bags on the simulated camera: storing with selectors, round trips, order-dependent loading, bad
 // streams, and the streams GenApi wrote for real descriptions.
+#include "MemoryDescriptions.h"
 #include "SimulatedCameraFixture.h"
 #include <GenApi/Persistence.h>
 #include <algorithm>
@@ -145,71 +146,9 @@ TEST(PersistenceBagger, BagsOfANodeMapRoundTrip) {
 
 namespace {
 
-// A register space in memory: bytes never written read as zero, or, when seeded, as the same pseudo-random
-// bytes the reference's streams were made over.
-class CMemoryPort : public CPortImpl {
-public:
-    explicit CMemoryPort(bool seeded) : m_Seeded(seeded) {}
-    EAccessMode GetAccessMode() const override { return RW; }
-    void Read(void* buffer, int64_t address, int64_t length) override {
-        for (int64_t i = 0; i < length; ++i)
-            static_cast<uint8_t*>(buffer)[i] = byteAt(static_cast<uint64_t>(address + i));
-    }
-    void Write(const void* buffer, int64_t address, int64_t length) override {
-        for (int64_t i = 0; i < length; ++i)
-            m_Written[address + i] = static_cast<const uint8_t*>(buffer)[i];
-    }
-
-private:
-    static uint64_t mix64(uint64_t x) {
-        uint64_t z = x + 0x9E3779B97F4A7C15ULL;
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
-        return z ^ (z >> 31);
-    }
-    uint8_t byteAt(uint64_t address) {
-        const auto written = m_Written.find(static_cast<int64_t>(address));
-        if (written != m_Written.end())
-            return written->second;
-        if (!m_Seeded)
-            return 0;
-        return static_cast<uint8_t>(mix64(1 ^ (address >> 3)) >> (8 * (address & 7)));
-    }
-    bool m_Seeded;
-    std::map<int64_t, uint8_t> m_Written;
-};
-
-// A real description loaded with every port connected to a memory register space.
-struct SDescriptionInMemory {
-    SDescriptionInMemory(const std::string& name, bool seeded) {
-        map._LoadXMLFromFile((std::string(PC_CAMERA_DESCRIPTIONS) + "/" + name + ".xml").c_str());
-        NodeList_t nodes;
-        map._GetNodes(nodes);
-        for (INode* node : nodes) {
-            if (node->GetPrincipalInterfaceType() != intfIPort)
-                continue;
-            ports.emplace_back(new CMemoryPort(seeded));
-            map._Connect(ports.back().get(), node->GetName());
-        }
-    }
-    CNodeMapRef map;
-    std::vector<std::unique_ptr<CMemoryPort>> ports;
-};
-
-// Names of the descriptions beside the conformance streams GenApi wrote; empty when they are absent.
-std::vector<std::string> describedCameras() {
-    std::vector<std::string> names;
-    DIR* folder = opendir(PC_CAMERA_DESCRIPTIONS);
-    if (!folder)
-        return names;
-    while (dirent* entry = readdir(folder)) {
-        const std::string file = entry->d_name;
-        if (file.size() > 4 && file.compare(file.size() - 4, 4, ".xml") == 0)
-            names.push_back(file.substr(0, file.size() - 4));
-    }
-    closedir(folder);
-    std::sort(names.begin(), names.end());
-    return names;
+// The description of that name beside the checkout, every port over its own memory.
+SDescriptionInMemory describedCamera(const std::string& name, bool seeded) {
+    return SDescriptionInMemory(fileText(std::string(PC_CAMERA_DESCRIPTIONS) + "/" + name + ".xml"), seeded);
 }
 
 // Moves a number one step away from its value, inside its limits; false when it has nowhere to go.
@@ -405,12 +344,12 @@ size_t differingEntries(const CFeatureBag& one, const CFeatureBag& other) {
 
 // Save, change every saved feature, load, save again: the texts are identical, selected values included.
 TEST(PersistenceOfRealDescriptions, EveryStoredValueSurvivesARoundTrip) {
-    const std::vector<std::string> names = describedCameras();
+    const std::vector<std::string> names = describedCameras(PC_CAMERA_DESCRIPTIONS);
     if (names.empty())
         GTEST_SKIP() << "no camera descriptions in " << PC_CAMERA_DESCRIPTIONS;
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
-        SDescriptionInMemory camera(name, true);
+        SDescriptionInMemory camera = describedCamera(name, true);
         std::set<std::string> impossible;
         CFeatureBag saved = settled(camera.map._Ptr, impossible);
         const std::string savedText = saved.ToString().c_str();
@@ -454,7 +393,7 @@ TEST(PersistenceOfRealDescriptions, StreamsGenApiWroteAreRead) {
         std::ifstream file(expected + "/" + name + ".bag.txt");
         CFeatureBag bag;
         file >> bag;
-        SDescriptionInMemory camera(name, true);
+        SDescriptionInMemory camera = describedCamera(name, true);
         CNodeMapRef& map = camera.map;
         gcstring_vector errors;
         bag.LoadFromBag(map._Ptr, false, &errors);
