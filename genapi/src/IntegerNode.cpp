@@ -109,6 +109,9 @@ int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
     const int64_t minimum = cachedLimit(m_Min, "Min", [&] {
+        int64_t limit = 0;
+        if (integerOfPointee("pMin", limit))
+            return limit;
         return limitOr<int64_t>("GetMin", "Min", INT64_MIN,
                                 [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
     });
@@ -119,6 +122,9 @@ int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
     const int64_t maximum = cachedLimit(m_Max, "Max", [&] {
+        int64_t limit = 0;
+        if (integerOfPointee("pMax", limit))
+            return limit;
         return limitOr<int64_t>("GetMax", "Max", INT64_MAX,
                                 [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
     });
@@ -129,6 +135,9 @@ int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
     const int64_t increment = cachedLimit(m_Inc, "Inc", [&] {
+        int64_t limit = 0;
+        if (integerOfPointee("pInc", limit))
+            return limit;
         return limitOr<int64_t>("GetInc", "Inc", 1,
                                 [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
     });

@@ -3,6 +3,7 @@
 #include "NodeMapImpl.h"
 #include "PortDevice.h"
 #include <GenApi/EnumClasses.h>
+#include <GenApi/IInteger.h>
 #include <GenApi/IValue.h>
 #include <algorithm>
 #include <cstdlib>
@@ -106,8 +107,29 @@ bool CNodeBase::isCondition(const char* property) const {
     return !condition || condition->GetPrincipalInterfaceType() == intfIInteger;
 }
 
+// Answered by the integer node a pointer names, so from the value that node keeps; nothing when the pointer
+// names no integer node, or the node is not readable or cannot answer (the caller then asks Aravis, which
+// reports what is wrong).
+bool CNodeBase::integerOfPointee(const char* property, int64_t& value) const {
+    CNodeBase* target = pointee(property);
+    if (!target || target->m_PrincipalType != intfIInteger)
+        return false;
+    GenApi::IInteger* integer = dynamic_cast<GenApi::IInteger*>(target);
+    if (!integer || !IsReadable(target->GetAccessMode()))
+        return false;
+    try {
+        value = integer->GetValue();
+        return true;
+    } catch (const GenICam::GenericException&) {
+        return false;
+    }
+}
+
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
+    int64_t value = 0;
+    if (integerOfPointee(property, value))
+        return value != 0;
     if (const CNodeBase* condition = pointee(property))
         condition->raiseIfFormulaUnsupported(method);
     GError* error = nullptr;

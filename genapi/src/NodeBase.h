@@ -91,6 +91,9 @@ public:
     [[noreturn]] void raiseFromAravis(GError* error, const char* method) const { raise(error, method); }
     // Forgets the cached access mode, because something it depends on changed.
     void dropAccessCache() const;
+    // The value clock's time at which something the node's value depends on last changed.
+    uint64_t valueInvalidAt() const { return m_ValueInvalidAt; }
+    void invalidateValue(uint64_t at) const { m_ValueInvalidAt = at; }
 
 protected:
     // Access before the imposed modes: what the node's kind and its pValue chain allow.
@@ -98,6 +101,7 @@ protected:
     // Access of the node a pointer property names, or the fallback when it names none.
     GenApi::EAccessMode accessOfPointer(const char* property, GenApi::EAccessMode fallback) const;
     CNodeBase* pointee(const char* property) const;
+    bool integerOfPointee(const char* property, int64_t& value) const;
     // Access of a register node: its AccessMode (RO by default) combined with its port's access.
     GenApi::EAccessMode registerAccessMode() const;
 
@@ -165,6 +169,7 @@ private:
     GenApi::EAccessMode m_DescribedImposedAccess = GenApi::RW;
     mutable GenApi::EAccessMode m_CachedAccess = GenApi::_UndefinedAccesMode;
     mutable uint64_t m_AccessGeneration = 0;
+    mutable uint64_t m_ValueInvalidAt = 0;
     mutable GenApi::EYesNo m_AccessCacheable = GenApi::_UndefinedYesNo;
     GenApi::EVisibility m_ImposedVisibility = GenApi::Beginner;
     std::vector<GenApi::CNodeCallback*> m_Callbacks;

@@ -127,6 +127,8 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
         m_Routing = routePorts(*m_Index);
         setTagShift(m_Device, m_Routing.shift);
         createCacheRules();
+        m_Cache.setWriteListener(
+            [this](int64_t address, int64_t length) { registersWritten(address, length); });
         setDeviceCache(m_Device, &m_Cache);
     }
 }
@@ -295,6 +297,7 @@ void CNodeMapImpl::createCacheRules() {
         const ECachingMode mode = owner->GetCachingMode();
         address += m_Routing.offsetOf(d.value("pPort"));
         m_CacheRules[owner.get()] = m_Cache.addRule(SCacheRule{address, length, stride, mode});
+        m_RuleOwners.push_back(owner.get());
     }
 }
 
@@ -327,17 +330,47 @@ bool CNodeMapImpl::keepingValues() {
     return keeping;
 }
 
+// Dropped bytes may read differently next time, so whatever depends on their registers is computed again.
 void CNodeMapImpl::dropCache(const CNodeBase* node) const {
-    ++m_ValueGeneration;
-    if (node->description().tag == "Port") {
+    if (node->description().tag == "Port" || !m_OwnsDevice) {
         m_Cache.clear();
+        invalidateAllValues();
         return;
     }
+    m_RegistersChangedAt = ++m_ValueClock;
     for (const CNodeBase* reg : registersBehind(node, false)) {
         const auto rule = m_CacheRules.find(reg);
-        if (rule != m_CacheRules.end())
-            m_Cache.invalidateRule(rule->second);
+        if (rule == m_CacheRules.end())
+            continue;
+        m_Cache.invalidateRule(rule->second);
+        invalidateValues(changedWith(m_RuleOwners[rule->second]));
     }
+}
+
+void CNodeMapImpl::registersWritten(int64_t address, int64_t length) const {
+    m_RegistersChangedAt = ++m_ValueClock;
+    m_Cache.forEachRuleOverlapping(address, length,
+                                   [&](size_t rule) { invalidateValues(changedWith(m_RuleOwners[rule])); });
+}
+
+void CNodeMapImpl::invalidateValues(const std::vector<CNodeBase*>& nodes) const {
+    const uint64_t at = ++m_ValueClock;
+    for (const CNodeBase* node : nodes)
+        node->invalidateValue(at);
+}
+
+uint64_t CNodeMapImpl::valuesValidSince(const CNodeBase& node, bool followsRegisterChanges) const {
+    const uint64_t since = std::max(node.valueInvalidAt(), m_AllValuesInvalidAt);
+    return followsRegisterChanges ? std::max(since, m_RegistersChangedAt) : since;
+}
+
+// Over a device Aravis opened, writes pass the register cache by, so no register has a known place.
+bool CNodeMapImpl::behindUnplacedRegister(const CNodeBase* node) const {
+    for (const CNodeBase* reg : registersBehind(node, false)) {
+        if (!m_OwnsDevice || m_CacheRules.find(reg) == m_CacheRules.end())
+            return true;
+    }
+    return false;
 }
 
 bool CNodeMapImpl::cacheHolds(const CNodeBase* node) const {
@@ -479,10 +512,20 @@ void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& chan
     }
 }
 
+const std::vector<CNodeBase*>& CNodeMapImpl::changedWith(CNodeBase* node) const {
+    auto found = m_ChangedWith.find(node);
+    if (found == m_ChangedWith.end()) {
+        found = m_ChangedWith.emplace(node, std::vector<CNodeBase*>()).first;
+        collectChanged(node, found->second);
+    }
+    return found->second;
+}
+
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {
-    ++m_ValueGeneration;
-    std::vector<CNodeBase*> changed;
-    collectChanged(node, changed);
+    const std::vector<CNodeBase*>& changed = changedWith(node);
+    invalidateValues(changed);
+    if (!m_OwnsDevice)
+        m_RegistersChangedAt = ++m_ValueClock;
     for (CNodeBase* candidate : changed) {
         candidate->dropAccessCache();
         const auto invalidated = m_InvalidatedBy.find(candidate);
@@ -515,7 +558,7 @@ void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
     m_Cache.clear();
     ++m_AccessGeneration;
-    ++m_ValueGeneration;
+    invalidateAllValues();
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {

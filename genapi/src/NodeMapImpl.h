@@ -12,6 +12,7 @@
 #include "XmlIndex.h"
 #include <arv.h>
 #include <map>
+#include <unordered_map>
 #include <memory>
 #include <set>
 #include <string>
@@ -90,9 +91,13 @@ public:
     // Cached access modes are valid while they carry the current generation; a user port that reports
     // another access mode than before starts a new one.
     uint64_t accessGeneration() const { return m_AccessGeneration; }
-    // Cached node values are valid while they carry the current value generation, which moves on with
-    // every write, invalidation and poll, and whenever the register cache drops or replaces bytes.
-    uint64_t valueGeneration() const { return m_ValueGeneration + m_Cache.generation(); }
+    // Node values are kept with the value clock's time of their computation; a value computed before
+    // its node was last invalidated (or before every value was) is computed again.
+    uint64_t valueClock() const { return m_ValueClock; }
+    uint64_t valuesValidSince(const CNodeBase& node, bool followsRegisterChanges) const;
+    // Whether a node reads a register whose place the register cache does not know, so that it cannot
+    // tell which writes reach it: such a node's value is computed again after any register changes.
+    bool behindUnplacedRegister(const CNodeBase* node) const;
     // GENAPI_ENGINE_VERIFY_CACHE=1: every cached value served is compared with a fresh evaluation.
     static bool verifyingValueCache();
     // GENAPI_ENGINE_VALUE_CACHE=0: no node keeps its value, to compare with every read evaluated.
@@ -129,6 +134,12 @@ private:
     void linkSelectors();
     void link(CNodeBase* from, CNodeBase* to);
     void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
+    // What collectChanged finds, worked out once per node since the links never change.
+    const std::vector<CNodeBase*>& changedWith(CNodeBase* node) const;
+    void invalidateValues(const std::vector<CNodeBase*>& nodes) const;
+    void invalidateAllValues() const { m_AllValuesInvalidAt = ++m_ValueClock; }
+    // Every register whose bytes a write reached, and all that depends on it, computes its value again.
+    void registersWritten(int64_t address, int64_t length) const;
     void fireInsideLock() const;
     void destroyRetired() const;
 
@@ -153,7 +164,11 @@ private:
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
     mutable uint64_t m_AccessGeneration = 1;
-    mutable uint64_t m_ValueGeneration = 1;
+    mutable uint64_t m_ValueClock = 1;
+    mutable uint64_t m_AllValuesInvalidAt = 1;
+    mutable uint64_t m_RegistersChangedAt = 1;
+    mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_ChangedWith;
+    std::vector<CNodeBase*> m_RuleOwners;
     mutable std::map<GenApi::IPort*, GenApi::EAccessMode> m_PortAccess;
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;

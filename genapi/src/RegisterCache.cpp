@@ -22,6 +22,8 @@ size_t CRegisterCache::addRule(const SCacheRule& rule) {
         m_IndexedRules.push_back(index);
     else
         m_FixedRules.emplace(rule.address, index);
+    if (rule.stride <= 0)
+        m_LongestFixedRule = std::max(m_LongestFixedRule, rule.length);
     return index;
 }
 
@@ -88,18 +90,47 @@ void CRegisterCache::afterRead(int64_t address, int64_t length, const void* buff
 }
 
 void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buffer) {
-    invalidate(address, length);  // moves the generation on
-    if (modeOf(address, length) != GenApi::WriteThrough)
-        return;
-    const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
-    m_Entries[address].assign(bytes, bytes + length);
-    m_LongestEntry = std::max(m_LongestEntry, length);
+    dropOverlapping(address, length);
+    if (modeOf(address, length) == GenApi::WriteThrough) {
+        const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
+        m_Entries[address].assign(bytes, bytes + length);
+        m_LongestEntry = std::max(m_LongestEntry, length);
+    }
+    if (m_WriteListener)
+        m_WriteListener(address, length);
+}
+
+void CRegisterCache::invalidate(int64_t address, int64_t length) {
+    dropOverlapping(address, length);
+    if (m_WriteListener)
+        m_WriteListener(address, length);
+}
+
+void CRegisterCache::forEachRuleOverlapping(int64_t address, int64_t length,
+                                            const std::function<void(size_t)>& visit) const {
+    boundPatterns();
+    const int64_t first = address > INT64_MIN + m_LongestFixedRule ? address - m_LongestFixedRule : INT64_MIN;
+    const auto last =
+        address < INT64_MAX - length ? m_FixedRules.lower_bound(address + length) : m_FixedRules.end();
+    for (auto rule = m_FixedRules.upper_bound(first); rule != last; ++rule) {
+        if (overlaps(m_Rules[rule->second].address, m_Rules[rule->second].length, address, length))
+            visit(rule->second);
+    }
+    // An index reaches past where the pattern's cached entries end, so the whole reach counts.
+    for (const size_t rule : m_IndexedRules) {
+        const SCacheRule& pattern = m_Rules[rule];
+        int64_t reach = 0;
+        if (__builtin_mul_overflow(pattern.stride, maximumIndex, &reach) ||
+            __builtin_add_overflow(reach, pattern.address + pattern.length, &reach))
+            reach = INT64_MAX;
+        if (pattern.address < address + length && address < reach)
+            visit(rule);
+    }
 }
 
 void CRegisterCache::invalidateRule(size_t rule) {
     if (rule >= m_Rules.size())
         return;
-    ++m_Generation;
     boundPatterns();
     for (auto entry = m_Entries.begin(); entry != m_Entries.end();) {
         const int64_t length = static_cast<int64_t>(entry->second.size());
@@ -108,8 +139,7 @@ void CRegisterCache::invalidateRule(size_t rule) {
 }
 
 // Only entries that start less than the longest entry's length before the range can reach into it.
-void CRegisterCache::invalidate(int64_t address, int64_t length) {
-    ++m_Generation;
+void CRegisterCache::dropOverlapping(int64_t address, int64_t length) {
     const int64_t first = address > INT64_MIN + m_LongestEntry ? address - m_LongestEntry : INT64_MIN;
     const auto last =
         address < INT64_MAX - length ? m_Entries.lower_bound(address + length) : m_Entries.end();

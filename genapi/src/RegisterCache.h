@@ -4,6 +4,7 @@
 
 #include <GenApi/INode.h>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -32,21 +33,27 @@ public:
     void afterWrite(int64_t address, int64_t length, const void* buffer);
 
     void invalidateRule(size_t rule);
+    // Drops every entry the range overlaps, because the device's bytes there may have changed.
     void invalidate(int64_t address, int64_t length);
-    void clear() {
-        m_Entries.clear();
-        ++m_Generation;
-    }
+    void clear() { m_Entries.clear(); }
     bool isValid(int64_t address, int64_t length) const;
     bool ruleIsValid(size_t rule) const;
-    // Moves on whenever cached bytes are dropped or replaced by a write.
-    uint64_t generation() const { return m_Generation; }
+
+    // Told of every range a write changed (or may have changed, when it failed), after the entries it
+    // overlaps are dropped.
+    void setWriteListener(std::function<void(int64_t address, int64_t length)> listener) {
+        m_WriteListener = std::move(listener);
+    }
+    // Calls `visit` with every rule that has a register sharing bytes with the range.
+    void forEachRuleOverlapping(int64_t address, int64_t length,
+                                const std::function<void(size_t)>& visit) const;
 
 private:
     // Ends every index pattern at the next register above its base; done once after rules change.
     void boundPatterns() const;
     GenApi::ECachingMode modeOf(int64_t address, int64_t length) const;
     bool matches(const SCacheRule& rule, int64_t address, int64_t length) const;
+    void dropOverlapping(int64_t address, int64_t length);
 
     mutable std::vector<SCacheRule> m_Rules;
     mutable bool m_PatternsBounded = false;
@@ -55,7 +62,8 @@ private:
     std::vector<size_t> m_IndexedRules;
     std::map<int64_t, std::vector<uint8_t>> m_Entries;
     int64_t m_LongestEntry = 0;
-    uint64_t m_Generation = 0;
+    int64_t m_LongestFixedRule = 0;
+    std::function<void(int64_t, int64_t)> m_WriteListener;
 };
 
 }  // namespace GenApiEngine

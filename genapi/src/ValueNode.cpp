@@ -34,8 +34,14 @@ bool CValueNode::limitKeepsValue(const char* limit) const {
     return source && source->keepsValue();
 }
 
-uint64_t CValueNode::valueGeneration() const {
-    return map().valueGeneration();
+uint64_t CValueNode::valueClock() const {
+    return map().valueClock();
+}
+
+uint64_t CValueNode::validSince() const {
+    if (m_FollowsRegisterChanges == GenApi::_UndefinedYesNo)
+        m_FollowsRegisterChanges = map().behindUnplacedRegister(this) ? GenApi::Yes : GenApi::No;
+    return map().valuesValidSince(*this, m_FollowsRegisterChanges == GenApi::Yes);
 }
 
 bool CValueNode::verifyingValueCache() {

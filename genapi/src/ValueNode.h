@@ -17,10 +17,10 @@ public:
     bool IsValueCacheValid() const override;
 
 protected:
-    // A value kept from one read to the next while the map's value generation stays the same.
+    // A value kept from one read to the next, with the value clock's time at which it was computed.
     template <typename T>
     struct SCachedValue {
-        uint64_t generation = 0;
+        uint64_t computedAt = 0;
         T value{};
         GenApi::EYesNo keeps = GenApi::_UndefinedYesNo;  // for limits: whether the limit is kept at all
     };
@@ -47,21 +47,23 @@ private:
     bool limitKeepsValue(const char* limit) const;
     template <typename T, typename Compute>
     T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
-        if (keep && !ignoreCache && slot.generation == valueGeneration()) {
+        if (keep && !ignoreCache && slot.computedAt >= validSince()) {
             if (verifyingValueCache())
                 checkCachedValue(slot.value, compute());
             return slot.value;
         }
-        const uint64_t before = valueGeneration();
+        const uint64_t now = valueClock();
         const T value = compute();
         if (keep) {
-            slot.generation = before;
+            slot.computedAt = now;
             slot.value = value;
         }
         return value;
     }
 
-    uint64_t valueGeneration() const;
+    uint64_t valueClock() const;
+    // The time before which a kept value of this node is out of date.
+    uint64_t validSince() const;
     static bool verifyingValueCache();
     template <typename T>
     void checkCachedValue(const T& cached, const T& fresh) const {
@@ -82,6 +84,7 @@ private:
     [[noreturn]] void abortOnStaleValue(const std::string& cached, const std::string& fresh) const;
 
     mutable GenApi::EYesNo m_KeepsValue = GenApi::_UndefinedYesNo;
+    mutable GenApi::EYesNo m_FollowsRegisterChanges = GenApi::_UndefinedYesNo;
 };
 
 }  // namespace GenApiEngine

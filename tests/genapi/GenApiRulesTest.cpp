@@ -347,6 +347,53 @@ TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
     EXPECT_EQ(beside->GetValue(), 4);
 }
 
+// A write makes every value it can reach compute again, and only those: values read through a register
+// whose address is computed, through an index pattern, or through a formula over the written register.
+TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
+    SWordMap words(intReg("Fixed", 16) + intReg("Gain1", 36) + intReg("Beside", 40) +
+                   R"(<Integer Name="Where"><Value>16</Value></Integer>
+  <IntReg Name="Moving"><pAddress>Where</pAddress><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <IntSwissKnife Name="Doubled"><pVariable Name="M">Moving</pVariable><Formula>2*M</Formula></IntSwissKnife>
+  <IntSwissKnife Name="BesidePlusOne"><pVariable Name="B">Beside</pVariable><Formula>B+1</Formula></IntSwissKnife>
+  <Integer Name="Selector"><Value>0</Value></Integer>
+  <IntReg Name="Gains"><Address>32</Address><pIndex>Selector</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
+    CNodeMapRef& map = words.map;
+    CWordPort& port = words.port;
+    port.words[16] = 3;
+    port.words[20] = 4;
+    port.words[36] = 5;
+    port.words[40] = 6;
+    map._InvalidateNodes();
+    CIntegerPtr fixed(map._GetNode("Fixed")), doubled(map._GetNode("Doubled")), where(map._GetNode("Where"));
+    CIntegerPtr gains(map._GetNode("Gains")), gain1(map._GetNode("Gain1")),
+        selector(map._GetNode("Selector"));
+    CIntegerPtr besidePlusOne(map._GetNode("BesidePlusOne"));
+    EXPECT_EQ(doubled->GetValue(), 6);
+    selector->SetValue(1);
+    EXPECT_EQ(gains->GetValue(), 5);
+    EXPECT_EQ(besidePlusOne->GetValue(), 7);
+
+    // Through a register found by its computed address.
+    fixed->SetValue(8);
+    EXPECT_EQ(doubled->GetValue(), 16);
+    where->SetValue(20);
+    EXPECT_EQ(doubled->GetValue(), 8);
+    // Between an index pattern and the fixed register at one of its indices, both ways.
+    gain1->SetValue(9);
+    EXPECT_EQ(gains->GetValue(), 9);
+    gains->SetValue(11);
+    EXPECT_EQ(gain1->GetValue(), 11);
+    // A formula over a register written through the port node itself.
+    const uint32_t twelve = 12;
+    CPortPtr(map._GetNode("Device"))->Write(&twelve, 40, 4);
+    EXPECT_EQ(besidePlusOne->GetValue(), 13);
+    // Bytes changed behind GenApi's back stay unseen until something invalidates them, as in GenApi.
+    port.words[40] = 20;
+    EXPECT_EQ(besidePlusOne->GetValue(), 13);
+    map._GetNode("Beside")->InvalidateNode();
+    EXPECT_EQ(besidePlusOne->GetValue(), 21);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
