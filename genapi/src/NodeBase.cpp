@@ -6,6 +6,7 @@
 #include <GenApi/IInteger.h>
 #include <GenApi/IValue.h>
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <cstdlib>
@@ -160,14 +161,28 @@ EAccessMode CNodeBase::GetAccessMode() const {
     CMapEntry entry(m_Map);
     if (m_AccessDepth == 0)
         m_Map.checkPortAccess();
-    if (m_AccessGeneration == m_Map.accessGeneration())
+    if (m_AccessGeneration == m_Map.accessGeneration()) {
+        if (CNodeMapImpl::verifyingValueCache())
+            verifyKeptAccess();
         return m_CachedAccess;
+    }
     const EAccessMode mode = computeAccessMode();
     if (mode != _CycleDetectAccesMode && accessModeCacheable()) {
         m_CachedAccess = mode;
         m_AccessGeneration = m_Map.accessGeneration();
     }
     return mode;
+}
+
+void CNodeBase::verifyKeptAccess() const {
+    const EAccessMode fresh = computeAccessMode();
+    if (fresh == m_CachedAccess || fresh == _CycleDetectAccesMode)
+        return;
+    std::fprintf(stderr,
+                 "GENAPI_ENGINE_VERIFY_CACHE: node '%s' answered access %s from its cache, but has %s\n",
+                 name().c_str(), EAccessModeClass::ToString(m_CachedAccess).c_str(),
+                 EAccessModeClass::ToString(fresh).c_str());
+    std::abort();
 }
 
 void CNodeBase::dropAccessCache() const {
@@ -515,6 +530,7 @@ bool CNodeBase::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gc
 void CNodeBase::ImposeAccessMode(EAccessMode ImposedAccessMode) {
     CMapEntry entry(m_Map);
     m_ImposedAccess = ImposedAccessMode;
+    m_Map.dropAccessFrom(this);
     changed();
 }
 

@@ -91,6 +91,8 @@ public:
     [[noreturn]] void raiseFromAravis(GError* error, const char* method) const { raise(error, method); }
     // Forgets the cached access mode, because something it depends on changed.
     void dropAccessCache() const;
+    // Under GENAPI_ENGINE_VERIFY_CACHE=1: aborts when the kept access differs from a fresh one.
+    void verifyKeptAccess() const;
     // The value clock's time at which something the node's value depends on last changed.
     uint64_t valueInvalidAt() const { return m_ValueInvalidAt; }
     void invalidateValue(uint64_t at) const { m_ValueInvalidAt = at; }

@@ -229,6 +229,9 @@ void CNodeMapImpl::linkNodes() {
             CNodeBase* target = this->node(property.value);
             if (!target || target == node)
                 continue;
+            if (property.name == "pIsImplemented" || property.name == "pIsAvailable" ||
+                property.name == "pIsLocked")
+                addUnique(m_ConditionOf[target], node);
             if (property.name == "pSelected") {
                 addUnique(m_Dependents[node], target);
             } else if (property.name == "pInvalidator") {
@@ -353,10 +356,14 @@ void CNodeMapImpl::registersWritten(int64_t address, int64_t length) const {
                                    [&](size_t rule) { invalidateValues(changedWith(m_RuleOwners[rule])); });
 }
 
+// The values change, and with them the access of every node they are a condition of.
 void CNodeMapImpl::invalidateValues(const std::vector<CNodeBase*>& nodes) const {
     const uint64_t at = ++m_ValueClock;
-    for (const CNodeBase* node : nodes)
+    for (CNodeBase* node : nodes) {
         node->invalidateValue(at);
+        for (CNodeBase* conditioned : accessChangedWith(node))
+            conditioned->dropAccessCache();
+    }
 }
 
 uint64_t CNodeMapImpl::valuesValidSince(const CNodeBase& node, bool followsRegisterChanges) const {
@@ -382,7 +389,12 @@ bool CNodeMapImpl::cacheHolds(const CNodeBase* node) const {
     return true;
 }
 
+// Asked once per outermost engine call: a port changing its access in the middle of one call is seen by
+// the next.
 void CNodeMapImpl::checkPortAccess() const {
+    if (m_PortsCheckedIn == m_OutermostCalls)
+        return;
+    m_PortsCheckedIn = m_OutermostCalls;
     for (const auto& port : m_UserPorts) {
         const EAccessMode mode = port.second->GetAccessMode();
         auto known = m_PortAccess.find(port.second);
@@ -395,7 +407,13 @@ void CNodeMapImpl::checkPortAccess() const {
 
 void CNodeMapImpl::invalidate(CNodeBase* node) const {
     dropCache(node);
+    dropAccessFrom(node);
     noteChanged(node);
+}
+
+void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {
+    for (CNodeBase* reached : changedWith(node))
+        reached->dropAccessCache();
 }
 
 CNodeBase* CNodeMapImpl::node(const std::string& name) const {
@@ -431,7 +449,8 @@ IPort* CNodeMapImpl::userPort(const std::string& portName) const {
 
 void CNodeMapImpl::enter() const {
     m_Lock->Lock();
-    ++m_Depth;
+    if (m_Depth++ == 0)
+        ++m_OutermostCalls;
 }
 
 // The outermost call fires the collected callbacks: inside the lock first, then after releasing it.
@@ -521,13 +540,33 @@ const std::vector<CNodeBase*>& CNodeMapImpl::changedWith(CNodeBase* node) const 
     return found->second;
 }
 
+// A node's access depends on the values of its conditions and on the access of the nodes it reads, never
+// on its own value: a changed value reaches the access of the nodes it is a condition of, and of
+// everything that reads them.
+const std::vector<CNodeBase*>& CNodeMapImpl::accessChangedWith(CNodeBase* node) const {
+    auto found = m_AccessChangedWith.find(node);
+    if (found != m_AccessChangedWith.end())
+        return found->second;
+    std::vector<CNodeBase*> reached;
+    const auto conditioned = m_ConditionOf.find(node);
+    if (conditioned != m_ConditionOf.end()) {
+        std::set<CNodeBase*> seen;
+        for (CNodeBase* target : conditioned->second) {
+            for (CNodeBase* affected : changedWith(target)) {
+                if (seen.insert(affected).second)
+                    reached.push_back(affected);
+            }
+        }
+    }
+    return m_AccessChangedWith.emplace(node, std::move(reached)).first->second;
+}
+
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {
     const std::vector<CNodeBase*>& changed = changedWith(node);
     invalidateValues(changed);
     if (!m_OwnsDevice)
         m_RegistersChangedAt = ++m_ValueClock;
     for (CNodeBase* candidate : changed) {
-        candidate->dropAccessCache();
         const auto invalidated = m_InvalidatedBy.find(candidate);
         if (invalidated != m_InvalidatedBy.end()) {
             for (CNodeBase* target : invalidated->second)

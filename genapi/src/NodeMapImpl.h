@@ -115,6 +115,8 @@ public:
     void noteChanged(CNodeBase* node) const;
     // Drops the cached bytes behind a node, then marks it changed.
     void invalidate(CNodeBase* node) const;
+    // Forgets the kept access of a node and of every node that reads it, since its own access changed.
+    void dropAccessFrom(CNodeBase* node) const;
     // The register cache: dropping what lies behind a node, and whether all of it is cached.
     void dropCache(const CNodeBase* node) const;
     bool cacheHolds(const CNodeBase* node) const;
@@ -137,6 +139,7 @@ private:
     // What collectChanged finds, worked out once per node since the links never change.
     const std::vector<CNodeBase*>& changedWith(CNodeBase* node) const;
     void invalidateValues(const std::vector<CNodeBase*>& nodes) const;
+    const std::vector<CNodeBase*>& accessChangedWith(CNodeBase* node) const;
     void invalidateAllValues() const { m_AllValuesInvalidAt = ++m_ValueClock; }
     // Every register whose bytes a write reached, and all that depends on it, computes its value again.
     void registersWritten(int64_t address, int64_t length) const;
@@ -169,6 +172,11 @@ private:
     mutable uint64_t m_RegistersChangedAt = 1;
     mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_ChangedWith;
     std::vector<CNodeBase*> m_RuleOwners;
+    // The nodes that name a node as their pIsImplemented, pIsAvailable or pIsLocked.
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_ConditionOf;
+    mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_AccessChangedWith;
+    mutable uint64_t m_OutermostCalls = 0;
+    mutable uint64_t m_PortsCheckedIn = 0;
     mutable std::map<GenApi::IPort*, GenApi::EAccessMode> m_PortAccess;
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
