@@ -96,8 +96,75 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     if (Verify)
         checkWritable("SetValue");
     checkRange(Value, "SetValue");
-    arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
+    if (!writeRegisterDirectly(Value))
+        arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
     changed();
+}
+
+// Places with a computed offset or length, or an address formula, are left to Aravis.
+bool CIntegerNode::describePlace(const CNodeBase& reg, SRegisterPlace& place) const {
+    const SNodeDescription& d = reg.description();
+    if (d.tag != "IntReg" || !d.has("pPort") || !textToInteger(d.value("Length"), place.length) ||
+        place.length < 1 || place.length > 8)
+        return false;
+    place.bigEndian = d.value("Endianess") == "BigEndian";
+    place.base = map().portOffset(d.value("pPort"));
+    for (const SProperty& property : d.properties) {
+        int64_t part = 0;
+        if (property.name == "Address") {
+            if (!textToInteger(property.value, part))
+                return false;
+            place.base += part;
+        } else if (property.name == "pAddress" || property.name == "pIndex") {
+            int64_t multiplier = property.name == "pIndex" ? place.length : 1;
+            if (property.attribute.find("pOffset") != std::string::npos ||
+                (property.attribute.compare(0, 7, "Offset=") == 0 &&
+                 !textToInteger(property.attribute.substr(7), multiplier)))
+                return false;
+            CNodeBase* node = map().node(property.value);
+            if (!node)
+                return false;
+            place.parts.emplace_back(node, multiplier);
+        } else if (property.name == "pLength" || property.name.find("SwissKnife") != std::string::npos) {
+            return false;
+        }
+    }
+    return true;
+}
+
+const CIntegerNode::SRegisterPlace& CIntegerNode::registerPlace() const {
+    if (!m_Place.known) {
+        const CNodeBase* reg = this;
+        if (description().tag == "Integer" && !description().has("pValueIndexed"))
+            reg = pointee("pValue");
+        m_Place.usable = reg && !map().servedByDevice() && describePlace(*reg, m_Place);
+        m_Place.known = true;
+    }
+    return m_Place;
+}
+
+bool CIntegerNode::writeRegisterDirectly(int64_t value) {
+    const SRegisterPlace& place = registerPlace();
+    if (!place.usable)
+        return false;
+    int64_t address = place.base;
+    for (const auto& part : place.parts) {
+        int64_t index = 0;
+        if (!integerOf(part.first, index))
+            return false;
+        address += index * part.second;
+    }
+    const int64_t length = place.length;
+    uint8_t bytes[8];
+    for (int64_t i = 0; i < length; ++i) {
+        const uint8_t byte = static_cast<uint8_t>(static_cast<uint64_t>(value) >> (8 * i));
+        bytes[place.bigEndian ? length - 1 - i : i] = byte;
+    }
+    arvCall("SetValue", [&](GError** e) {
+        arv_device_write_memory(map().device(), static_cast<guint64>(address), static_cast<guint32>(length),
+                                bytes, e);
+    });
+    return true;
 }
 
 IInteger& CIntegerNode::operator=(int64_t Value) {

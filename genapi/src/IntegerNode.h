@@ -40,6 +40,21 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
+    // Writes an integer register, or the one a plain pValue names, straight to the device when its place
+    // adds up from addresses, address nodes and indices; false when Aravis must write it.
+    bool writeRegisterDirectly(int64_t value);
+    // How the written register's address adds up, as GenApi adds it: constant addresses and the port's
+    // routing offset, plus address and index nodes times their multipliers. Worked out once.
+    struct SRegisterPlace {
+        bool known = false;
+        bool usable = false;
+        int64_t base = 0;
+        int64_t length = 0;
+        bool bigEndian = false;
+        std::vector<std::pair<CNodeBase*, int64_t>> parts;
+    };
+    const SRegisterPlace& registerPlace() const;
+    bool describePlace(const CNodeBase& reg, SRegisterPlace& place) const;
     const std::vector<int64_t>& validValues() const;
 
     GenApi::ERepresentation describedRepresentation();
@@ -49,6 +64,7 @@ private:
     SCachedValue<int64_t> m_Min;
     SCachedValue<int64_t> m_Max;
     SCachedValue<int64_t> m_Inc;
+    mutable SRegisterPlace m_Place;
     mutable std::vector<int64_t> m_ValidValues;
     mutable bool m_ValidValuesKnown = false;
     int64_t m_ImposedMin = INT64_MIN;

@@ -112,7 +112,10 @@ bool CNodeBase::isCondition(const char* property) const {
 // names no integer node, or the node is not readable or cannot answer (the caller then asks Aravis, which
 // reports what is wrong).
 bool CNodeBase::integerOfPointee(const char* property, int64_t& value) const {
-    CNodeBase* target = pointee(property);
+    return integerOf(pointee(property), value);
+}
+
+bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
     if (!target || target->m_PrincipalType != intfIInteger)
         return false;
     GenApi::IInteger* integer = dynamic_cast<GenApi::IInteger*>(target);

@@ -78,6 +78,8 @@ public:
     const std::string& name() const { return m_Description.name; }
     CNodeMapImpl& map() const { return m_Map; }
     ArvGcNode* arvNode() const { return m_ArvNode; }
+    // Only nodes with callbacks are collected for firing after a change.
+    bool hasCallbacks() const { return !m_Callbacks.empty(); }
     // Calls the callbacks registered for the given type, with the map lock held.
     void fireCallbacks(GenApi::ECallbackType type);
     // Calls the cbPostOutsideLock callbacks without holding the map lock.
@@ -104,6 +106,7 @@ protected:
     GenApi::EAccessMode accessOfPointer(const char* property, GenApi::EAccessMode fallback) const;
     CNodeBase* pointee(const char* property) const;
     bool integerOfPointee(const char* property, int64_t& value) const;
+    static bool integerOf(CNodeBase* target, int64_t& value);
     // Access of a register node: its AccessMode (RO by default) combined with its port's access.
     GenApi::EAccessMode registerAccessMode() const;
 

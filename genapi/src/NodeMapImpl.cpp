@@ -572,7 +572,7 @@ void CNodeMapImpl::noteChanged(CNodeBase* node) const {
             for (CNodeBase* target : invalidated->second)
                 dropCache(target);
         }
-        if (m_SuppressMode == csmOff && m_PendingSet.insert(candidate).second)
+        if (m_SuppressMode == csmOff && candidate->hasCallbacks() && m_PendingSet.insert(candidate).second)
             m_Pending.push_back(candidate);
     }
 }
@@ -601,7 +601,7 @@ void CNodeMapImpl::InvalidateNodes() const {
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {
-        if (m_PendingSet.insert(node.get()).second)
+        if (node->hasCallbacks() && m_PendingSet.insert(node.get()).second)
             m_Pending.push_back(node.get());
     }
 }

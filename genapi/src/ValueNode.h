@@ -23,6 +23,7 @@ protected:
         uint64_t computedAt = 0;
         T value{};
         GenApi::EYesNo keeps = GenApi::_UndefinedYesNo;  // for limits: whether the limit is kept at all
+        bool constant = false;                           // for limits: a number of the description
     };
 
     // Reads that ignore the cache first drop the cached bytes of the registers behind the value.
@@ -34,11 +35,16 @@ protected:
     T cachedValue(SCachedValue<T>& slot, bool ignoreCache, Compute compute) const {
         return keptValue(slot, keepsValue(), ignoreCache, compute);
     }
-    // A limit is kept when the description gives it as a number, or names a node that keeps its value.
+    // A limit is kept when the description gives it as a number (then for good, once read), or names a
+    // node that keeps its value.
     template <typename T, typename Compute>
     T cachedLimit(SCachedValue<T>& slot, const char* limit, Compute compute) const {
-        if (slot.keeps == GenApi::_UndefinedYesNo)
+        if (slot.keeps == GenApi::_UndefinedYesNo) {
             slot.keeps = limitKeepsValue(limit) ? GenApi::Yes : GenApi::No;
+            slot.constant = description().has(limit) && !description().has(std::string("p") + limit);
+        }
+        if (slot.constant && slot.computedAt != 0)
+            return slot.value;
         return keptValue(slot, slot.keeps == GenApi::Yes, false, compute);
     }
     bool keepsValue() const;

@@ -394,6 +394,31 @@ TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
     EXPECT_EQ(besidePlusOne->GetValue(), 21);
 }
 
+// Integer registers are written at the address their description adds up, in their byte order, whether
+// written themselves or through an integer whose pValue names them.
+TEST(RegisterWrites, LandWhereAndAsTheDescriptionPlacesThem) {
+    SWordMap words(R"(<Integer Name="Base"><Value>16</Value></Integer>
+  <Integer Name="Index"><Value>2</Value></Integer>
+  <IntReg Name="Short"><Address>4</Address><pAddress>Base</pAddress><Length>2</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>BigEndian</Endianess></IntReg>
+  <Integer Name="ViaShort"><pValue>Short</pValue></Integer>
+  <IntReg Name="Table"><Address>64</Address><pIndex Offset="8">Index</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
+    CNodeMapRef& map = words.map;
+    CWordPort& port = words.port;
+    CIntegerPtr(map._GetNode("ViaShort"))->SetValue(0x1234);
+    EXPECT_EQ(port.words[20], 0x3412u);  // bytes 0x12 0x34 at address 20, read back as a little-endian word
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Short"))->GetValue(), 0x1234);
+    CIntegerPtr(map._GetNode("Table"))->SetValue(-2);
+    EXPECT_EQ(port.words[80], 0xFFFFFFFEu);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Table"))->GetValue(), -2);
+    CIntegerPtr(map._GetNode("Base"))->SetValue(32);
+    CIntegerPtr(map._GetNode("Short"))->SetValue(0x00ff);
+    EXPECT_EQ(port.words[36], 0xff00u);
+    EXPECT_EQ(port.words[20], 0x3412u);
+    // Another index reaches its own entry, untouched so far.
+    CIntegerPtr(map._GetNode("Index"))->SetValue(3);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Table"))->GetValue(), 0);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
