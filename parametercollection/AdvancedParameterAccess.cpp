@@ -67,7 +67,10 @@ const std::map<QString, PropertyReader>& alwaysContainedKeys() {
         {"DisplayName", [](INode* n) { return fromLatin1(n->GetDisplayName()); }},
         {"DocuURL", [](INode* n) { return fromLatin1(n->GetDocuURL()); }},
         {"IsDeprecated", [](INode* n) { return yesOrNo(n->IsDeprecated()); }},
-        {"Visibility", [](INode* n) { return Internal::visibilityText(n->GetVisibility(), QStringLiteral("_UndefinedVisibility")); }},
+        {"Visibility",
+         [](INode* n) {
+             return Internal::visibilityText(n->GetVisibility(), QStringLiteral("_UndefinedVisibility"));
+         }},
         {"Namespace", [](INode* n) { return nameSpaceText(n->GetNameSpace()); }},
         {"IsCacheable", [](INode* n) { return yesOrNo(n->IsCachable()); }},
         {"IsAccessModeCacheable", [](INode* n) { return yesNoText(n->IsAccessModeCacheable()); }},

@@ -16,9 +16,6 @@ CObjectState::~CObjectState() {
     delete m_Mutex;
 }
 
-EObjectState CObjectState::getState() const {
-    return m_State.load(std::memory_order_relaxed);
-}
 void CObjectState::setState(EObjectState state) {
     m_State.store(state, std::memory_order_relaxed);
 }
@@ -27,12 +24,6 @@ int CObjectState::getEntryCount() const {
 }
 void CObjectState::setEntryCount(int count) {
     m_EntryCount.store(count, std::memory_order_relaxed);
-}
-void CObjectState::incrementEntryCount() {
-    m_EntryCount.fetch_add(1, std::memory_order_relaxed);
-}
-void CObjectState::decrementEntryCount() {
-    m_EntryCount.fetch_sub(1, std::memory_order_relaxed);
 }
 bool CObjectState::isInUse() const {
     return m_IsInUse;

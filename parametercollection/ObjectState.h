@@ -24,12 +24,13 @@ public:
     explicit CObjectState(QObject* owner);
     ~CObjectState() override;
 
-    EObjectState getState() const;
+    EObjectState getState() const { return m_State.load(std::memory_order_relaxed); }
     void setState(EObjectState state);
     int getEntryCount() const;
     void setEntryCount(int count);
-    void incrementEntryCount();
-    void decrementEntryCount();
+    // Inline, since every guarded call counts itself in and out.
+    void incrementEntryCount() { m_EntryCount.fetch_add(1, std::memory_order_relaxed); }
+    void decrementEntryCount() { m_EntryCount.fetch_sub(1, std::memory_order_relaxed); }
     bool isInUse() const;
     void setIsInUse(bool inUse);
     QString getName() const;

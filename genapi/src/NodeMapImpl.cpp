@@ -321,10 +321,13 @@ std::vector<const CNodeBase*> CNodeMapImpl::registersBehind(const CNodeBase* nod
     return registers;
 }
 
+namespace {
+const bool verifyingCache =
+    GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
+}
+
 bool CNodeMapImpl::verifyingValueCache() {
-    static const bool verifying =
-        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
-    return verifying;
+    return verifyingCache;
 }
 
 bool CNodeMapImpl::keepingValues() {
@@ -395,12 +398,11 @@ void CNodeMapImpl::checkPortAccess() const {
     if (m_PortsCheckedIn == m_OutermostCalls)
         return;
     m_PortsCheckedIn = m_OutermostCalls;
-    for (const auto& port : m_UserPorts) {
-        const EAccessMode mode = port.second->GetAccessMode();
-        auto known = m_PortAccess.find(port.second);
-        if (known != m_PortAccess.end() && known->second == mode)
+    for (SPortAccess& known : m_PortAccess) {
+        const EAccessMode mode = known.port->GetAccessMode();
+        if (known.mode == mode)
             continue;
-        m_PortAccess[port.second] = mode;
+        known.mode = mode;
         ++m_AccessGeneration;
     }
 }
@@ -455,7 +457,7 @@ void CNodeMapImpl::enter() const {
 
 // The outermost call fires the collected callbacks: inside the lock first, then after releasing it.
 void CNodeMapImpl::leave() const {
-    if (m_Depth > 1) {
+    if (m_Depth > 1 || (m_Pending.empty() && m_FiredInside.empty() && m_SuppressMode != csmOnce)) {
         --m_Depth;
         m_Lock->Unlock();
         return;
@@ -613,6 +615,9 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
     if (!pPort || !target || target->description().tag != "Port" || !m_OwnsDevice)
         return false;
     m_UserPorts[PortName.c_str()] = pPort;
+    m_PortAccess.clear();
+    for (const auto& port : m_UserPorts)
+        m_PortAccess.push_back(SPortAccess{port.second, _UndefinedAccesMode});
     ++m_AccessGeneration;
     const int tag = m_Routing.tagOf(PortName.c_str());
     if (tag > 0)

@@ -177,7 +177,12 @@ private:
     mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_AccessChangedWith;
     mutable uint64_t m_OutermostCalls = 0;
     mutable uint64_t m_PortsCheckedIn = 0;
-    mutable std::map<GenApi::IPort*, GenApi::EAccessMode> m_PortAccess;
+    // The access each connected user port reported when last asked.
+    struct SPortAccess {
+        GenApi::IPort* port;
+        GenApi::EAccessMode mode;
+    };
+    mutable std::vector<SPortAccess> m_PortAccess;
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 

@@ -41,7 +41,7 @@ void CBooleanParameter::setValue(bool value, bool verify) {
 }
 
 bool CBooleanParameter::getValue(bool verify, bool ignoreCache) {
-    return standardRead(m_Boolean, [&](IBoolean* node) { return node->GetValue(verify, ignoreCache); });
+    return valueRead(m_Boolean, [&](IBoolean* node) { return node->GetValue(verify, ignoreCache); });
 }
 
 bool CBooleanParameter::trySetValue(bool value) {

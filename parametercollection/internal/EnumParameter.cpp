@@ -126,7 +126,7 @@ QString CEnumParameter::getValue() {
 }
 
 qint64 CEnumParameter::getIntValue(bool verify, bool ignoreCache) {
-    return standardRead(m_Enumeration, [&](IEnumeration* node) {
+    return valueRead(m_Enumeration, [&](IEnumeration* node) {
         return static_cast<qint64>(node->GetIntValue(verify, ignoreCache));
     });
 }

@@ -51,7 +51,7 @@ bool CFloatParameter::attach(INodeMap* nodeMap) {
 }
 
 double CFloatParameter::getValue() {
-    return standardRead(m_Float, [](IFloat* node) { return node->GetValue(false, false); });
+    return valueRead(m_Float, [](IFloat* node) { return node->GetValue(false, false); });
 }
 
 double CFloatParameter::getMinimum() {

@@ -62,8 +62,8 @@ bool CIntegerParameter::attach(INodeMap* nodeMap) {
 }
 
 long long CIntegerParameter::getValue() {
-    return standardRead(m_Integer,
-                        [](IInteger* node) { return static_cast<long long>(node->GetValue(false, false)); });
+    return valueRead(m_Integer,
+                     [](IInteger* node) { return static_cast<long long>(node->GetValue(false, false)); });
 }
 
 long long CIntegerParameter::getMinimum() {

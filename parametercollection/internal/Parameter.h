@@ -136,6 +136,26 @@ protected:
             return read(requireNode(node.load()));
         });
     }
+    // A value read: GenApi's value getters refuse a node that is not readable themselves, so the
+    // readable guard is asked only when the getter refused, and raises its own exception then.
+    template <typename Node, typename Read>
+    auto valueRead(const std::atomic<Node*>& node, Read read) -> decltype(read(node.load())) {
+        return translateGenICamExceptions([&] {
+            CScopedObjectStateLock lock(m_ObjectState.data());
+            raiseExceptionIfDisposed();
+            Node* current = node.load();
+            if (!current) {
+                raiseExceptionIfNotReadable();
+                requireNode(current);
+            }
+            try {
+                return read(current);
+            } catch (const GENICAM_NAMESPACE::AccessException&) {
+                raiseExceptionIfNotReadable();
+                throw;
+            }
+        });
+    }
     // The standard write: state lock, disposed and writable guards, the announcement, then the write,
     // with GenICam exceptions translated.
     template <typename Write>

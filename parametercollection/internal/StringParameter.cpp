@@ -34,8 +34,8 @@ bool CStringParameter::attach(INodeMap* nodeMap) {
 }
 
 QString CStringParameter::getValue() {
-    return standardRead(
-        m_String, [](IString* node) { return QString::fromLatin1(node->GetValue(false, false).c_str()); });
+    return valueRead(m_String,
+                     [](IString* node) { return QString::fromLatin1(node->GetValue(false, false).c_str()); });
 }
 
 qint64 CStringParameter::getMaxLength() {

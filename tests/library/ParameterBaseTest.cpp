@@ -3,6 +3,11 @@
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/AravisDevices.h>
 #include <QSignalSpy>
+#include <parametercollection/internal/BooleanParameter.h>
+#include <parametercollection/internal/EnumParameter.h>
+#include <parametercollection/internal/FloatParameter.h>
+#include <parametercollection/internal/IntegerParameter.h>
+#include <parametercollection/internal/StringParameter.h>
 
 using namespace Core::Exception;
 namespace R = SimCamera::Registers;
@@ -200,4 +205,28 @@ TEST_F(LibraryTest, SnapshotsAndThePendingChangeRule) {
     EXPECT_THROW(temperature->getParameterData(), Core::Exception::BaseException);
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
     EXPECT_TRUE(temperature->updateCachedParameterData());
+}
+
+// Every value getter refuses a node that is not readable with the library's own message, and reads again
+// once the node is readable; a parameter without a node says it is empty.
+TEST_F(LibraryTest, ValueGettersRefuseUnreadableNodesWithTheLibrarysMessage) {
+    auto width = typed<CIntegerParameter>("Width");
+    auto exposure = typed<CFloatParameter>("ExposureTime");
+    auto reverse = typed<CBooleanParameter>("ReverseX");
+    auto user = typed<CStringParameter>("DeviceUserID");
+    auto format = typed<CEnumParameter>("PixelFormat");
+    const std::vector<std::function<void()>> reads = {
+        [&] { width->getValue(); }, [&] { exposure->getValue(); }, [&] { reverse->getValue(false, false); },
+        [&] { user->getValue(); }, [&] { format->getIntValue(false, false); }};
+    for (const char* name : {"Width", "ExposureTime", "ReverseX", "DeviceUserID", "PixelFormat"})
+        node(name)->ImposeAccessMode(GenApi::WO);
+    for (const auto& read : reads)
+        EXPECT_EQ(messageOf<InvalidOperationException>(read), "Node not readable.");
+    for (const char* name : {"Width", "ExposureTime", "ReverseX", "DeviceUserID", "PixelFormat"})
+        node(name)->ImposeAccessMode(GenApi::RW);
+    for (const auto& read : reads)
+        EXPECT_NO_THROW(read());
+    EXPECT_EQ(
+        messageOf<InvalidOperationException>([&] { typed<CIntegerParameter>("NoSuchFeature")->getValue(); }),
+        "Node is empty.");
 }
