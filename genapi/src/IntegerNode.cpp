@@ -80,6 +80,8 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
     const int64_t value = cachedValue(m_Value, IgnoreCache || Verify, [&] {
+        if (holdsOwnValue())
+            return m_OwnValue;
         return description().tag == "IntConverter"
                    ? convertedValue(Verify, IgnoreCache)
                    : arvCall("GetValue",
@@ -96,9 +98,24 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     if (Verify)
         checkWritable("SetValue");
     checkRange(Value, "SetValue");
-    if (!writeRegisterDirectly(Value))
+    if (holdsOwnValue())
+        m_OwnValue = Value;
+    else if (!writeRegisterDirectly(Value))
         arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
     changed();
+}
+
+// An integer whose value the description writes as a number, with no pointer to take it from and no node
+// that points to it, holds that value here: Aravis never reads or writes it then, and reading it through
+// Aravis would keep a text buffer per node.
+bool CIntegerNode::holdsOwnValue() {
+    if (m_HoldsOwnValue == _UndefinedYesNo) {
+        const SNodeDescription& d = description();
+        const bool holds = d.tag == "Integer" && !d.has("pValue") && !d.has("pValueIndexed") &&
+                           map().dependents(this).empty() && textToInteger(d.value("Value"), m_OwnValue);
+        m_HoldsOwnValue = holds ? Yes : No;
+    }
+    return m_HoldsOwnValue == Yes;
 }
 
 // Places with a computed offset or length, or an address formula, are left to Aravis.
@@ -172,42 +189,36 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
     return *this;
 }
 
+// A limit named by an integer node is that node's value; one written as a number is read from the text;
+// anything else is Aravis' to work out.
+int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const char* method,
+                            int64_t fallback, gint64 (*arvLimit)(ArvGcInteger*, GError**)) {
+    return cachedLimit(slot, name, [&] {
+        int64_t value = 0;
+        if (integerOfPointee(("p" + std::string(name)).c_str(), value) ||
+            textToInteger(description().value(name), value))
+            return value;
+        return limitOr<int64_t>(method, name, fallback,
+                                [&](GError** e) { return arvLimit(integer(method), e); });
+    });
+}
+
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    const int64_t minimum = cachedLimit(m_Min, "Min", [&] {
-        int64_t limit = 0;
-        if (integerOfPointee("pMin", limit))
-            return limit;
-        return limitOr<int64_t>("GetMin", "Min", INT64_MIN,
-                                [&](GError** e) { return arv_gc_integer_get_min(integer("GetMin"), e); });
-    });
-    return std::max(minimum, m_ImposedMin);
+    return std::max(limit(m_Min, "Min", "GetMin", INT64_MIN, arv_gc_integer_get_min), m_ImposedMin);
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    const int64_t maximum = cachedLimit(m_Max, "Max", [&] {
-        int64_t limit = 0;
-        if (integerOfPointee("pMax", limit))
-            return limit;
-        return limitOr<int64_t>("GetMax", "Max", INT64_MAX,
-                                [&](GError** e) { return arv_gc_integer_get_max(integer("GetMax"), e); });
-    });
-    return std::min(maximum, m_ImposedMax);
+    return std::min(limit(m_Max, "Max", "GetMax", INT64_MAX, arv_gc_integer_get_max), m_ImposedMax);
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = cachedLimit(m_Inc, "Inc", [&] {
-        int64_t limit = 0;
-        if (integerOfPointee("pInc", limit))
-            return limit;
-        return limitOr<int64_t>("GetInc", "Inc", 1,
-                                [&](GError** e) { return arv_gc_integer_get_inc(integer("GetInc"), e); });
-    });
+    const int64_t increment = limit(m_Inc, "Inc", "GetInc", 1, arv_gc_integer_get_inc);
     return increment > 0 ? increment : 1;
 }
 

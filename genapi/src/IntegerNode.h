@@ -40,6 +40,8 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
+    int64_t limit(SCachedValue<int64_t>& slot, const char* name, const char* method, int64_t fallback,
+                  gint64 (*arvLimit)(ArvGcInteger*, GError**));
     // Writes an integer register, or the one a plain pValue names, straight to the device when its place
     // adds up from addresses, address nodes and indices; false when Aravis must write it.
     bool writeRegisterDirectly(int64_t value);
@@ -65,6 +67,9 @@ private:
     SCachedValue<int64_t> m_Max;
     SCachedValue<int64_t> m_Inc;
     mutable SRegisterPlace m_Place;
+    bool holdsOwnValue();
+    GenApi::EYesNo m_HoldsOwnValue = GenApi::_UndefinedYesNo;
+    int64_t m_OwnValue = 0;
     mutable std::vector<int64_t> m_ValidValues;
     mutable bool m_ValidValuesKnown = false;
     int64_t m_ImposedMin = INT64_MIN;

@@ -101,7 +101,8 @@ QSharedPointer<T> CNodemapWrapper::lookUpWithKnownTypeInParameterCollection(cons
 
 template <typename T>
 QSharedPointer<T> CNodemapWrapper::createAndAddToListIfNoDummy(const QString& featureName, bool isAlias) {
-    QSharedPointer<T> created(new T(featureName, m_Name, m_ObjectState, m_Decoupler, nullptr));
+    QSharedPointer<T> created = QSharedPointer<T>::create(featureName, m_Name, m_ObjectState, m_Decoupler,
+                                                          static_cast<QObject*>(nullptr));
     created->setIsAlias(isAlias);
     if (created->attach(m_NodeMap))
         m_Parameters.insert(cacheKey(featureName, isAlias), created);

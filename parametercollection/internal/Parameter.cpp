@@ -65,7 +65,7 @@ CParameter::CParameter(QString name, QString nodeMapName, QSharedPointer<CObject
       m_Node(nullptr),
       m_CallbackHandle(0),
       m_CallbackRegistered(false),
-      m_AdvancedAccess(new CAdvancedParameterAccess(state)),
+      m_AdvancedAccess(QSharedPointer<CAdvancedParameterAccess>::create(state)),
       m_IsAlias(false),
       m_IsCallbackEnabled(true),
       m_Decoupler(decoupler) {
