@@ -1,10 +1,15 @@
 // The largest camera description beside the checkout (flir_blackfly_s_pge_19s4m.xml, about 1 MB) over a
-// memory port: loading and connecting it against the simulated camera's description, and a write once
-// every node has been read (the state a GUI or the decoupler leaves a node map in) against a write on a
-// fresh map. Skipped when the description is absent.
+// memory port: loading and connecting it against the simulated camera's description, a write once every
+// node has been read (the state a GUI or the decoupler leaves a node map in) against a write on a fresh
+// map, and the collection's getAllParameter against GenApi's own walk over the same nodes. Skipped when
+// the description is absent.
 #include "MemoryDescriptions.h"
+#include <QSharedPointer>
 #include <SimulatedCamera.h>
 #include <benchmark/benchmark.h>
+#include <parametercollection/ObjectState.h>
+#include <parametercollection/ParameterCollection.h>
+#include <parametercollection/ParameterPath.h>
 
 namespace {
 
@@ -81,8 +86,64 @@ void WriteInteger(benchmark::State& state) {
                    (state.range(0) ? ", every node read" : ", fresh map"));
 }
 
+// What a GenApi client does to list the nodes: every node, asked for its name, value interface and access.
+void RawFeatureWalk(benchmark::State& state) {
+    if (!available(state))
+        return;
+    SLoaded loaded(fileText(largest));
+    size_t features = 0;
+    for (auto _ : state) {
+        GenApi::NodeList_t nodes;
+        loaded.map._GetNodes(nodes);
+        features = 0;
+        for (GenApi::INode* node : nodes) {
+            benchmark::DoNotOptimize(node->GetName());
+            if (dynamic_cast<GenApi::IValue*>(node) && GenApi::IsImplemented(node))
+                ++features;
+        }
+    }
+    state.SetLabel(std::to_string(features) + " implemented values");
+}
+
+// Every parameter of the collection: made on the first call (Arg 0, a fresh collection each time), handed
+// out from the cache on later calls (Arg 1).
+void AllParameters(benchmark::State& state) {
+    using namespace ParameterCollection;
+    if (!available(state))
+        return;
+    SLoaded loaded(fileText(largest));
+    auto makeCollection = [&] {
+        QSharedPointer<CObjectState> objectState(new CObjectState(nullptr));
+        auto collection = std::make_unique<CParameterCollection>(objectState);
+        collection->announceNodeMap(ParameterPath::CameraDevice);
+        collection->attachNodeMap(ParameterPath::CameraDevice, loaded.map._Ptr);
+        objectState->setState(ObjectState_Open);
+        return std::make_pair(objectState, std::move(collection));
+    };
+    auto kept = makeCollection();
+    kept.second->getAllParameter();
+    int count = 0;
+    for (auto _ : state) {
+        if (state.range(0) == 0) {
+            auto fresh = makeCollection();
+            count = fresh.second->getAllParameter().size();
+            state.PauseTiming();
+            fresh.second->detachAllNodeMaps();
+            fresh.second.reset();
+            state.ResumeTiming();
+        } else {
+            count = kept.second->getAllParameter().size();
+        }
+    }
+    kept.second->detachAllNodeMaps();
+    state.SetLabel(std::to_string(count) +
+                   (state.range(0) ? " parameters, again" : " parameters, first call"));
+}
+
 }  // namespace
 
+BENCHMARK(RawFeatureWalk)->Unit(benchmark::kMillisecond);
+BENCHMARK(AllParameters)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadSimulatedCamera)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadLargestDescription)->Unit(benchmark::kMillisecond);
 BENCHMARK(WriteInteger)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
