@@ -164,16 +164,28 @@ EAccessMode CNodeBase::GetAccessMode() const {
     CMapEntry entry(m_Map);
     if (m_AccessDepth == 0)
         m_Map.checkPortAccess();
-    if (m_AccessGeneration == m_Map.accessGeneration()) {
+    const uint64_t generation = m_Map.accessGeneration();
+    if (m_AccessGeneration == generation && m_CachedAccess == _CycleDetectAccesMode) {
+        // An evaluation under way (a read cycle), or one an exception ended, answers RW as in GenApi;
+        // a cacheable access is evaluated again instead, since only its kept answer was lost.
+        if (m_AccessDepth > 0)
+            return RW;
+        m_AccessGeneration = 0;
+        if (!accessModeCacheable())
+            return RW;
+    }
+    if (m_AccessGeneration == generation) {
         if (CNodeMapImpl::verifyingValueCache())
             verifyKeptAccess();
         return m_CachedAccess;
     }
+    m_CachedAccess = _CycleDetectAccesMode;
+    m_AccessGeneration = generation;
     const EAccessMode mode = computeAccessMode();
-    if (mode != _CycleDetectAccesMode && accessModeCacheable()) {
+    if (m_AccessGeneration == generation && mode != _CycleDetectAccesMode && accessModeCacheable())
         m_CachedAccess = mode;
-        m_AccessGeneration = m_Map.accessGeneration();
-    }
+    else
+        m_AccessGeneration = 0;
     return mode;
 }
 
@@ -203,6 +215,8 @@ EAccessMode CNodeBase::computeAccessMode() const {
     CDepthGuard guard(m_AccessDepth);
     if (guard.tooDeep())
         return _CycleDetectAccesMode;
+    // A category asks its features first, as GenApi does, even when its own conditions decide.
+    const EAccessMode features = m_PrincipalType == intfICategory ? naturalAccessMode() : RW;
     if (feature()) {
         if (isCondition("pIsImplemented") &&
             !evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode")) {
@@ -215,7 +229,7 @@ EAccessMode CNodeBase::computeAccessMode() const {
     } else if (m_PrincipalType != intfIEnumEntry) {
         return NI;
     }
-    EAccessMode mode = naturalAccessMode();
+    EAccessMode mode = m_PrincipalType == intfICategory ? features : naturalAccessMode();
     if (mode == NI || mode == NA || mode == _CycleDetectAccesMode)
         return mode;
     if (IsWritable(mode) && isCondition("pIsLocked") &&

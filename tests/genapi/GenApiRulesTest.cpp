@@ -419,6 +419,41 @@ TEST(RegisterWrites, LandWhereAndAsTheDescriptionPlacesThem) {
     EXPECT_EQ(CIntegerPtr(map._GetNode("Table"))->GetValue(), 0);
 }
 
+// Access modes as GenApi works them out: a category asks its features before its own conditions, and an
+// access evaluation that an exception ended answers RW once when it cannot be kept, then is evaluated
+// again; one that can be kept is evaluated again at once.
+TEST(AccessRules, CategoriesAskTheirFeaturesFirstAndFailedEvaluationsAnswerRWOnce) {
+    // A formula that names a constant beside an enumeration cannot be evaluated ("NULL pointer
+    // dereferenced" in GenApi); over a NoCache register its answer cannot be kept, over a cached one it can.
+    auto failing = [](const std::string& prefix, const std::string& reg) {
+        return "<Enumeration Name=\"" + prefix +
+               "Method\"><EnumEntry Name=\"A\"><Value>1</Value></EnumEntry><pValue>" + reg +
+               "</pValue></Enumeration><IntSwissKnife Name=\"" + prefix + "Broken\"><pVariable Name=\"M\">" +
+               prefix +
+               "Method</pVariable><Constant "
+               "Name=\"K\">1</Constant><Formula>(M=K)?1:0</Formula></IntSwissKnife>\n";
+    };
+    SWordMap words(intReg("MethodReg", 0, "<Cachable>NoCache</Cachable>") + intReg("KeptMethodReg", 4) +
+                   failing("", "MethodReg") + failing("Kept", "KeptMethodReg") +
+                   R"(<Integer Name="Off"><Value>0</Value></Integer>
+  <Integer Name="Guarded"><pIsAvailable>Broken</pIsAvailable><Value>5</Value></Integer>
+  <Integer Name="KeptGuarded"><pIsAvailable>KeptBroken</pIsAvailable><Value>5</Value></Integer>
+  <Category Name="Group"><pIsImplemented>Off</pIsImplemented><pFeature>Guarded</pFeature></Category>
+  <Category Name="KeptGroup"><pIsImplemented>Off</pIsImplemented><pFeature>KeptGuarded</pFeature></Category>)");
+    CNodeMapRef& map = words.map;
+    INode* guarded = map._GetNode("Guarded");
+    INode* keptGuarded = map._GetNode("KeptGuarded");
+    // The category fails through its feature, though its own condition says it is not implemented.
+    ASSERT_THROW(map._GetNode("Group")->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_EQ(guarded->GetAccessMode(), RW);
+    EXPECT_THROW(guarded->GetAccessMode(), GenICam::LogicalErrorException);
+    // Asked again, the category hears RW from its feature, and its own condition decides.
+    EXPECT_EQ(map._GetNode("Group")->GetAccessMode(), NI);
+    EXPECT_THROW(map._GetNode("KeptGroup")->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
