@@ -11,6 +11,7 @@
 #include <arv.h>
 #include <functional>
 #include <type_traits>
+#include <memory>
 #include <vector>
 
 namespace GenApiEngine {
@@ -95,6 +96,19 @@ public:
     void dropAccessCache() const;
     // Under GENAPI_ENGINE_VERIFY_CACHE=1: aborts when the kept access differs from a fresh one.
     void verifyKeptAccess() const;
+    // What a change of this node reaches: the nodes whose values change with it, and the nodes whose
+    // access changes with its value. The node map works both out once, when first needed.
+    struct SReach {
+        bool changedKnown = false;
+        bool accessKnown = false;
+        std::vector<CNodeBase*> changed;
+        std::vector<CNodeBase*> access;
+    };
+    SReach& reach() const {
+        if (!m_Reach)
+            m_Reach.reset(new SReach);
+        return *m_Reach;
+    }
     // The value clock's time at which something the node's value depends on last changed.
     uint64_t valueInvalidAt() const { return m_ValueInvalidAt; }
     void invalidateValue(uint64_t at) const { m_ValueInvalidAt = at; }
@@ -175,6 +189,7 @@ private:
     mutable GenApi::EAccessMode m_CachedAccess = GenApi::_UndefinedAccesMode;
     mutable uint64_t m_AccessGeneration = 0;
     mutable uint64_t m_ValueInvalidAt = 0;
+    mutable std::unique_ptr<SReach> m_Reach;
     mutable GenApi::EYesNo m_AccessCacheable = GenApi::_UndefinedYesNo;
     GenApi::EVisibility m_ImposedVisibility = GenApi::Beginner;
     std::vector<GenApi::CNodeCallback*> m_Callbacks;

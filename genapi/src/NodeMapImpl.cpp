@@ -534,33 +534,33 @@ void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& chan
 }
 
 const std::vector<CNodeBase*>& CNodeMapImpl::changedWith(CNodeBase* node) const {
-    auto found = m_ChangedWith.find(node);
-    if (found == m_ChangedWith.end()) {
-        found = m_ChangedWith.emplace(node, std::vector<CNodeBase*>()).first;
-        collectChanged(node, found->second);
+    CNodeBase::SReach& reach = node->reach();
+    if (!reach.changedKnown) {
+        collectChanged(node, reach.changed);
+        reach.changedKnown = true;
     }
-    return found->second;
+    return reach.changed;
 }
 
 // A node's access depends on the values of its conditions and on the access of the nodes it reads, never
 // on its own value: a changed value reaches the access of the nodes it is a condition of, and of
 // everything that reads them.
 const std::vector<CNodeBase*>& CNodeMapImpl::accessChangedWith(CNodeBase* node) const {
-    auto found = m_AccessChangedWith.find(node);
-    if (found != m_AccessChangedWith.end())
-        return found->second;
-    std::vector<CNodeBase*> reached;
+    CNodeBase::SReach& reach = node->reach();
+    if (reach.accessKnown)
+        return reach.access;
     const auto conditioned = m_ConditionOf.find(node);
     if (conditioned != m_ConditionOf.end()) {
         std::set<CNodeBase*> seen;
         for (CNodeBase* target : conditioned->second) {
             for (CNodeBase* affected : changedWith(target)) {
                 if (seen.insert(affected).second)
-                    reached.push_back(affected);
+                    reach.access.push_back(affected);
             }
         }
     }
-    return m_AccessChangedWith.emplace(node, std::move(reached)).first->second;
+    reach.accessKnown = true;
+    return reach.access;
 }
 
 void CNodeMapImpl::noteChanged(CNodeBase* node) const {

@@ -12,7 +12,6 @@
 #include "XmlIndex.h"
 #include <arv.h>
 #include <map>
-#include <unordered_map>
 #include <memory>
 #include <set>
 #include <string>
@@ -170,11 +169,9 @@ private:
     mutable uint64_t m_ValueClock = 1;
     mutable uint64_t m_AllValuesInvalidAt = 1;
     mutable uint64_t m_RegistersChangedAt = 1;
-    mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_ChangedWith;
     std::vector<CNodeBase*> m_RuleOwners;
     // The nodes that name a node as their pIsImplemented, pIsAvailable or pIsLocked.
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_ConditionOf;
-    mutable std::unordered_map<const CNodeBase*, std::vector<CNodeBase*>> m_AccessChangedWith;
     mutable uint64_t m_OutermostCalls = 0;
     mutable uint64_t m_PortsCheckedIn = 0;
     // The access each connected user port reported when last asked.

@@ -7,6 +7,8 @@ namespace GenApiEngine {
 namespace {
 
 constexpr int64_t maximumIndex = 1 << 16;
+// Ranges whose overlapping rules are remembered, before they are forgotten all at once.
+constexpr size_t maximumKnownRanges = 4096;
 
 bool overlaps(int64_t a, int64_t aLength, int64_t b, int64_t bLength) {
     return a < b + bLength && b < a + aLength;
@@ -17,6 +19,7 @@ bool overlaps(int64_t a, int64_t aLength, int64_t b, int64_t bLength) {
 size_t CRegisterCache::addRule(const SCacheRule& rule) {
     m_Rules.push_back(rule);
     m_PatternsBounded = false;
+    m_Overlapping.clear();
     const size_t index = m_Rules.size() - 1;
     if (rule.stride > 0)
         m_IndexedRules.push_back(index);
@@ -108,6 +111,19 @@ void CRegisterCache::invalidate(int64_t address, int64_t length) {
 
 void CRegisterCache::forEachRuleOverlapping(int64_t address, int64_t length,
                                             const std::function<void(size_t)>& visit) const {
+    auto known = m_Overlapping.find({address, length});
+    if (known == m_Overlapping.end() && m_Overlapping.size() >= maximumKnownRanges)
+        m_Overlapping.clear();
+    if (known == m_Overlapping.end())
+        known =
+            m_Overlapping.emplace(std::make_pair(address, length), rulesOverlapping(address, length)).first;
+    for (const size_t rule : known->second)
+        visit(rule);
+}
+
+std::vector<size_t> CRegisterCache::rulesOverlapping(int64_t address, int64_t length) const {
+    std::vector<size_t> found;
+    auto visit = [&](size_t rule) { found.push_back(rule); };
     boundPatterns();
     const int64_t first = address > INT64_MIN + m_LongestFixedRule ? address - m_LongestFixedRule : INT64_MIN;
     const auto last =
@@ -126,6 +142,7 @@ void CRegisterCache::forEachRuleOverlapping(int64_t address, int64_t length,
         if (pattern.address < address + length && address < reach)
             visit(rule);
     }
+    return found;
 }
 
 void CRegisterCache::invalidateRule(size_t rule) {

@@ -44,7 +44,8 @@ public:
     void setWriteListener(std::function<void(int64_t address, int64_t length)> listener) {
         m_WriteListener = std::move(listener);
     }
-    // Calls `visit` with every rule that has a register sharing bytes with the range.
+    // Calls `visit` with every rule that has a register sharing bytes with the range; the rules a range
+    // reaches are worked out once, since a device is written at the same few places again and again.
     void forEachRuleOverlapping(int64_t address, int64_t length,
                                 const std::function<void(size_t)>& visit) const;
 
@@ -54,6 +55,7 @@ private:
     GenApi::ECachingMode modeOf(int64_t address, int64_t length) const;
     bool matches(const SCacheRule& rule, int64_t address, int64_t length) const;
     void dropOverlapping(int64_t address, int64_t length);
+    std::vector<size_t> rulesOverlapping(int64_t address, int64_t length) const;
 
     mutable std::vector<SCacheRule> m_Rules;
     mutable bool m_PatternsBounded = false;
@@ -64,6 +66,7 @@ private:
     int64_t m_LongestEntry = 0;
     int64_t m_LongestFixedRule = 0;
     std::function<void(int64_t, int64_t)> m_WriteListener;
+    mutable std::map<std::pair<int64_t, int64_t>, std::vector<size_t>> m_Overlapping;
 };
 
 }  // namespace GenApiEngine
