@@ -59,6 +59,12 @@ struct SWordMap {
         map._LoadXMLFromString(description(nodes).c_str());
         map._Connect(&port, "Device");
     }
+    // Puts words in the register space behind GenApi's back, then lets the map read them afresh.
+    void load(std::initializer_list<std::pair<const int64_t, uint32_t>> words) {
+        for (const auto& word : words)
+            port.words[word.first] = word.second;
+        map._InvalidateNodes();
+    }
     CNodeMapRef map;
     CWordPort port;
 };
@@ -275,11 +281,8 @@ TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
   <Integer Name="Denominator"><Value>0</Value></Integer>
   <IntReg Name="WideReg"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
     CNodeMapRef& map = words.map;
-    CWordPort& port = words.port;
     // 2^62: a double cannot hold 2^62 + 1.
-    port.words[0] = 0;
-    port.words[4] = 0x40000000;
-    map._InvalidateNodes();
+    words.load({{0, 0}, {4, 0x40000000}});
     EXPECT_EQ(CIntegerPtr(map._GetNode("Wide"))->GetValue(), (int64_t(1) << 62) + 1);
     EXPECT_STREQ(CEnumerationPtr(map._GetNode("Picked"))->ToString().c_str(), "Big");
 
@@ -328,11 +331,7 @@ TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
                    intReg("Beside", 16));
     CNodeMapRef& map = words.map;
     CWordPort& port = words.port;
-    port.words[4] = 1;
-    port.words[8] = 2;
-    port.words[12] = 3;
-    port.words[16] = 4;
-    map._InvalidateNodes();
+    words.load({{4, 1}, {8, 2}, {12, 3}, {16, 4}});
     CIntegerPtr wide(map._GetNode("Wide")), high(map._GetNode("High")), low(map._GetNode("Low"));
     CIntegerPtr beside(map._GetNode("Beside"));
     EXPECT_EQ(wide->GetValue(), (int64_t(3) << 32) | 2);
@@ -359,11 +358,7 @@ TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
   <IntReg Name="Gains"><Address>32</Address><pIndex>Selector</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>)");
     CNodeMapRef& map = words.map;
     CWordPort& port = words.port;
-    port.words[16] = 3;
-    port.words[20] = 4;
-    port.words[36] = 5;
-    port.words[40] = 6;
-    map._InvalidateNodes();
+    words.load({{16, 3}, {20, 4}, {36, 5}, {40, 6}});
     CIntegerPtr fixed(map._GetNode("Fixed")), doubled(map._GetNode("Doubled")), where(map._GetNode("Where"));
     CIntegerPtr gains(map._GetNode("Gains")), gain1(map._GetNode("Gain1")),
         selector(map._GetNode("Selector"));
