@@ -86,9 +86,11 @@ CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring
     const CQuietXmlErrors quiet;
     // The index is built once: it fails early, with a GenICam exception, on text that is not XML, and the
     // node map keeps it.
-    std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml));
+    std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml, true));
     refuseReadCycles(*index);
-    const std::string tagged = tagPortAddresses(xml, routePorts(*index));
+    const SPortRouting routing = routePorts(*index);
+    const std::string tagged = routing.tagged() ? tagPortAddresses(index->document(), routing) : xml;
+    index->releaseDocument();
     ArvDevice* device = createPortDevice();
     ArvGc* genicam = arv_gc_new(device, tagged.data(), tagged.size());
     if (!genicam) {
@@ -408,9 +410,31 @@ void CNodeMapImpl::checkPortAccess() const {
 }
 
 void CNodeMapImpl::invalidate(CNodeBase* node) const {
+    if (node->description().tag == "Port") {
+        invalidatePort(node);
+        return;
+    }
     dropCache(node);
     dropAccessFrom(node);
     noteChanged(node);
+}
+
+// Everything read through a port may have changed: every kept value and access goes at once, and only
+// the nodes with callbacks need to know what depends on the port.
+void CNodeMapImpl::invalidatePort(CNodeBase* port) const {
+    dropCache(port);
+    ++m_AccessGeneration;
+    if (m_SuppressMode != csmOff)
+        return;
+    const bool anyCallbacks =
+        std::any_of(m_Nodes.begin(), m_Nodes.end(),
+                    [](const std::unique_ptr<CNodeBase>& node) { return node->hasCallbacks(); });
+    if (!anyCallbacks)
+        return;
+    for (CNodeBase* candidate : changedWith(port)) {
+        if (candidate->hasCallbacks() && m_PendingSet.insert(candidate).second)
+            m_Pending.push_back(candidate);
+    }
 }
 
 void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {

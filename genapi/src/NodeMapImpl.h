@@ -114,6 +114,7 @@ public:
     void noteChanged(CNodeBase* node) const;
     // Drops the cached bytes behind a node, then marks it changed.
     void invalidate(CNodeBase* node) const;
+    void invalidatePort(CNodeBase* port) const;
     // Forgets the kept access of a node and of every node that reads it, since its own access changed.
     void dropAccessFrom(CNodeBase* node) const;
     // The register cache: dropping what lies behind a node, and whether all of it is cached.

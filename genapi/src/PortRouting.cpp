@@ -130,12 +130,16 @@ std::string tagPortAddresses(const std::string& xml, const SPortRouting& routing
         xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "description.xml", nullptr,
                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE),
         xmlFreeDoc);
-    if (!document || !xmlDocGetRootElement(document.get()))
+    return tagPortAddresses(document.get(), routing);
+}
+
+std::string tagPortAddresses(xmlDoc* document, const SPortRouting& routing) {
+    if (!document || !xmlDocGetRootElement(document))
         throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
-    tagElements(xmlDocGetRootElement(document.get()), routing);
+    tagElements(xmlDocGetRootElement(document), routing);
     xmlChar* buffer = nullptr;
     int size = 0;
-    xmlDocDumpMemory(document.get(), &buffer, &size);
+    xmlDocDumpMemory(document, &buffer, &size);
     std::string text(reinterpret_cast<const char*>(buffer), static_cast<size_t>(size));
     xmlFree(buffer);
     return text;

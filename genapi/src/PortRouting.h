@@ -9,6 +9,8 @@
 #include <map>
 #include <string>
 
+struct _xmlDoc;
+
 namespace GenApiEngine {
 
 struct SPortRouting {
@@ -30,6 +32,8 @@ SPortRouting routePorts(const CXmlIndex& index);
 // The description as Aravis should see it: registers of tagged ports carry their tag as an extra Address,
 // and tagged ports lose their ChunkID and EventID, so that their transfers reach the device.
 std::string tagPortAddresses(const std::string& xml, const SPortRouting& routing);
+// The same, rewriting a description already parsed (the document is changed).
+std::string tagPortAddresses(_xmlDoc* document, const SPortRouting& routing);
 
 }  // namespace GenApiEngine
 

@@ -87,7 +87,7 @@ std::vector<std::string> SNodeDescription::values(const std::string& property) c
     return found;
 }
 
-CXmlIndex::CXmlIndex(const std::string& xml) {
+CXmlIndex::CXmlIndex(const std::string& xml, bool keepDocument) {
     xmlDoc* document = xmlReadMemory(
         xml.data(), static_cast<int>(xml.size()), "description.xml", NULL,
         XML_PARSE_NONET | XML_PARSE_NOBLANKS | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE);
@@ -101,7 +101,20 @@ CXmlIndex::CXmlIndex(const std::string& xml) {
         }
         indexChildren(root);
     }
-    xmlFreeDoc(document);
+    if (keepDocument)
+        m_Document = document;
+    else
+        xmlFreeDoc(document);
+}
+
+CXmlIndex::~CXmlIndex() {
+    releaseDocument();
+}
+
+void CXmlIndex::releaseDocument() {
+    if (m_Document)
+        xmlFreeDoc(m_Document);
+    m_Document = nullptr;
 }
 
 void CXmlIndex::indexChildren(void* element) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+struct _xmlDoc;
+
 namespace GenApiEngine {
 
 // One property element of a node: its name, its text and its attributes.
@@ -34,8 +36,15 @@ struct SNodeDescription {
 
 class CXmlIndex {
 public:
-    // Parses the description text; throws GenICam::RuntimeException when it is not well-formed XML.
-    explicit CXmlIndex(const std::string& xml);
+    // Parses the description text; throws GenICam::RuntimeException when it is not well-formed XML. With
+    // keepDocument, the parsed document stays for document() until releaseDocument(), so that it need not
+    // be parsed again to be rewritten.
+    explicit CXmlIndex(const std::string& xml, bool keepDocument = false);
+    ~CXmlIndex();
+    CXmlIndex(const CXmlIndex&) = delete;
+    CXmlIndex& operator=(const CXmlIndex&) = delete;
+    _xmlDoc* document() const { return m_Document; }
+    void releaseDocument();
 
     const std::vector<SNodeDescription>& nodes() const { return m_Nodes; }
     const SNodeDescription* find(const std::string& name) const;
@@ -50,6 +59,7 @@ private:
     std::vector<SNodeDescription> m_Nodes;
     std::map<std::string, size_t> m_ByName;
     std::map<std::string, std::string> m_RootAttributes;
+    _xmlDoc* m_Document = nullptr;
 };
 
 }  // namespace GenApiEngine
