@@ -1,13 +1,15 @@
 // A depth-first walk over the reading links of every node; a link back into the current path is a cycle.
 #include "ReadCycles.h"
 #include <Base/GCException.h>
-#include <map>
+#include <unordered_map>
 
 namespace GenApiEngine {
 namespace {
 
 // The pointer properties through which GenApi reads another node to answer for this one.
 bool isReadingLink(const std::string& property) {
+    if (property.size() < 4 || property[0] != 'p')
+        return false;
     static const char* const links[] = {"pValue",        "pMin",          "pMax",           "pInc",
                                         "pVariable",     "pIndex",        "pAddress",       "pLength",
                                         "pValueIndexed", "pValueDefault", "pIsImplemented", "pIsAvailable",
@@ -68,7 +70,7 @@ private:
     }
 
     const CXmlIndex& m_Index;
-    std::map<std::string, EVisit> m_State;
+    std::unordered_map<std::string, EVisit> m_State;
     std::vector<std::string> m_Path;
     std::vector<std::string> m_Cycle;
 };

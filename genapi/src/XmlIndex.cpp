@@ -184,11 +184,12 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
     const size_t index = m_Nodes.size();
     if (m_ByName.find(description.name) == m_ByName.end())
         m_ByName[description.name] = index;
-    m_Nodes.push_back(description);
+    const std::string name = description.name;
+    m_Nodes.push_back(std::move(description));
     for (xmlNode* child : nested) {
         const std::string childName = attributeOf(child, "Name");
-        m_Nodes[index].entries.push_back("EnumEntry_" + description.name + "_" + childName);
-        indexNode(child, description.name, std::vector<SProperty>());
+        m_Nodes[index].entries.push_back("EnumEntry_" + name + "_" + childName);
+        indexNode(child, name, std::vector<SProperty>());
     }
 }
 
