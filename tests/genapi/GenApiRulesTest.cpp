@@ -449,6 +449,28 @@ TEST(AccessRules, CategoriesAskTheirFeaturesFirstAndFailedEvaluationsAnswerRWOnc
     EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
 }
 
+// Integers whose value the description writes as a number: one that nothing reads keeps its written value
+// through invalidations; one that a formula reads passes each write on to the formula.
+TEST(ValueRules, IntegersWithAValueKeepWhatIsWrittenAndPassItOn) {
+    SWordMap words(R"(<Integer Name="Alone"><Value>0x10</Value><Min>0</Min><Max>100</Max></Integer>
+  <Integer Name="Read"><Value>3</Value><Min>0</Min><Max>100</Max></Integer>
+  <IntSwissKnife Name="Twice"><pVariable Name="R">Read</pVariable><Formula>2*R</Formula></IntSwissKnife>)");
+    CNodeMapRef& map = words.map;
+    CIntegerPtr alone(map._GetNode("Alone")), read(map._GetNode("Read")), twice(map._GetNode("Twice"));
+    EXPECT_EQ(alone->GetValue(), 16);
+    EXPECT_EQ(alone->GetMax(), 100);
+    alone->SetValue(42);
+    map._InvalidateNodes();
+    EXPECT_EQ(alone->GetValue(), 42);
+    EXPECT_EQ(alone->ToString(), "42");
+    EXPECT_THROW(alone->SetValue(101), GenICam::OutOfRangeException);
+    EXPECT_EQ(alone->GetValue(), 42);
+    EXPECT_EQ(twice->GetValue(), 6);
+    read->SetValue(7);
+    EXPECT_EQ(read->GetValue(), 7);
+    EXPECT_EQ(twice->GetValue(), 14);
+}
+
 TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
     SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
