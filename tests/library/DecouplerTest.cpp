@@ -162,10 +162,11 @@ TEST_F(LibraryTest, ShutdownFinishesTheCurrentDrainFirst) {
 }
 
 TEST_F(LibraryTest, AParameterDestroyedWhileOthersAreCheckedIsNeverCheckedAfterwards) {
+    // Declared before the parameters, so that a check still queued when the test ends finds it alive.
+    std::atomic<int> checks{0};
     QVector<QSharedPointer<CParameter>> survivors;
     for (const char* name : {"Width", "Height", "ExposureTime", "Gain"})
         survivors.append(parameter(name));
-    std::atomic<int> checks{0};
     for (auto& p : survivors) {
         QObject::connect(
             p.data(), &IParameter::parameterDataChangedDecoupled, p.data(), [&] { ++checks; },

@@ -17,6 +17,7 @@
 #include <QMutex>
 #include <QVector>
 #include <functional>
+#include <memory>
 
 using namespace ParameterCollection;
 using namespace ParameterCollection::Internal;
@@ -91,30 +92,36 @@ private:
     CParameterCollection m_Collection;
 };
 
-// Collects the snapshots a parameter emits decoupled, from whichever thread emits them.
+// Collects the snapshots a parameter emits decoupled, from whichever thread emits them. The connection
+// shares what was received, so that a signal still on its way when the recorder is gone finds it alive.
 class CDecoupledRecorder {
 public:
-    explicit CDecoupledRecorder(IParameter& parameter) {
+    explicit CDecoupledRecorder(IParameter& parameter) : m_Received(std::make_shared<SReceived>()) {
+        std::shared_ptr<SReceived> received = m_Received;
         QObject::connect(
             &parameter, &IParameter::parameterDataChangedDecoupled, &parameter,
-            [this](QSharedPointer<const ParameterData> data) { record(data); }, Qt::DirectConnection);
+            [received](QSharedPointer<const ParameterData> data) {
+                QMutexLocker lock(&received->mutex);
+                received->snapshots.append(data);
+            },
+            Qt::DirectConnection);
     }
     int count() const {
-        QMutexLocker lock(&m_Mutex);
-        return m_Received.size();
+        QMutexLocker lock(&m_Received->mutex);
+        return m_Received->snapshots.size();
     }
     QSharedPointer<const ParameterData> last() const {
-        QMutexLocker lock(&m_Mutex);
-        return m_Received.isEmpty() ? QSharedPointer<const ParameterData>() : m_Received.last();
+        QMutexLocker lock(&m_Received->mutex);
+        return m_Received->snapshots.isEmpty() ? QSharedPointer<const ParameterData>()
+                                               : m_Received->snapshots.last();
     }
 
 private:
-    void record(const QSharedPointer<const ParameterData>& data) {
-        QMutexLocker lock(&m_Mutex);
-        m_Received.append(data);
-    }
-    mutable QMutex m_Mutex;
-    QVector<QSharedPointer<const ParameterData>> m_Received;
+    struct SReceived {
+        QMutex mutex;
+        QVector<QSharedPointer<const ParameterData>> snapshots;
+    };
+    std::shared_ptr<SReceived> m_Received;
 };
 
 // Runs a statement that must throw the library exception E and returns its message.
