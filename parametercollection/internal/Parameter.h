@@ -142,7 +142,8 @@ protected:
     auto valueRead(const std::atomic<Node*>& node, Read read) -> decltype(read(node.load())) {
         return translateGenICamExceptions([&] {
             CScopedObjectStateLock lock(m_ObjectState.data());
-            raiseExceptionIfDisposed();
+            if (m_ObjectState->getState() == ObjectState_Disposed)
+                raiseExceptionIfDisposed();
             Node* current = node.load();
             if (!current) {
                 raiseExceptionIfNotReadable();
