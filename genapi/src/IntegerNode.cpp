@@ -133,10 +133,8 @@ bool CIntegerNode::describePlace(const CNodeBase& reg, SRegisterPlace& place) co
                 return false;
             place.base += part;
         } else if (property.name == "pAddress" || property.name == "pIndex") {
-            int64_t multiplier = property.name == "pIndex" ? place.length : 1;
-            if (property.attribute.find("pOffset") != std::string::npos ||
-                (property.attribute.compare(0, 7, "Offset=") == 0 &&
-                 !textToInteger(property.attribute.substr(7), multiplier)))
+            int64_t multiplier = 1;
+            if (property.name == "pIndex" && !indexStep(property, place.length, multiplier))
                 return false;
             CNodeBase* node = map().node(property.value);
             if (!node)

@@ -193,10 +193,13 @@ void CNodeBase::verifyKeptAccess() const {
     const EAccessMode fresh = computeAccessMode();
     if (fresh == m_CachedAccess || fresh == _CycleDetectAccesMode)
         return;
-    std::fprintf(stderr,
-                 "GENAPI_ENGINE_VERIFY_CACHE: node '%s' answered access %s from its cache, but has %s\n",
-                 name().c_str(), EAccessModeClass::ToString(m_CachedAccess).c_str(),
+    abortOnStale(("access " + EAccessModeClass::ToString(m_CachedAccess)).c_str(),
                  EAccessModeClass::ToString(fresh).c_str());
+}
+
+void CNodeBase::abortOnStale(const std::string& kept, const std::string& fresh) const {
+    std::fprintf(stderr, "GENAPI_ENGINE_VERIFY_CACHE: node '%s' answered %s from its cache, but has %s\n",
+                 name().c_str(), kept.c_str(), fresh.c_str());
     std::abort();
 }
 

@@ -96,6 +96,8 @@ public:
     void dropAccessCache() const;
     // Under GENAPI_ENGINE_VERIFY_CACHE=1: aborts when the kept access differs from a fresh one.
     void verifyKeptAccess() const;
+    // Under GENAPI_ENGINE_VERIFY_CACHE=1: names the node, what it kept and what it has instead, and aborts.
+    [[noreturn]] void abortOnStale(const std::string& kept, const std::string& fresh) const;
     // What a change of this node reaches: the nodes whose values change with it, and the nodes whose
     // access changes with its value. The node map works both out once, when first needed.
     struct SReach {

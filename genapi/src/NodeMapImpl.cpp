@@ -289,12 +289,7 @@ void CNodeMapImpl::createCacheRules() {
             continue;
         int64_t stride = 0;
         for (const SProperty& property : d.properties) {
-            if (property.name != "pIndex")
-                continue;
-            stride = length;
-            if (property.attribute.compare(0, 7, "Offset=") == 0)
-                textToInteger(property.attribute.substr(7), stride);
-            if (property.attribute.find("pOffset") != std::string::npos)
+            if (property.name == "pIndex" && !indexStep(property, length, stride))
                 stride = -1;
         }
         if (stride < 0)
@@ -357,8 +352,8 @@ void CNodeMapImpl::dropCache(const CNodeBase* node) const {
 
 void CNodeMapImpl::registersWritten(int64_t address, int64_t length) const {
     m_RegistersChangedAt = ++m_ValueClock;
-    m_Cache.forEachRuleOverlapping(address, length,
-                                   [&](size_t rule) { invalidateValues(changedWith(m_RuleOwners[rule])); });
+    for (const size_t rule : m_Cache.rulesOverlapping(address, length))
+        invalidateValues(changedWith(m_RuleOwners[rule]));
 }
 
 // The values change, and with them the access of every node they are a condition of.

@@ -109,28 +109,26 @@ void CRegisterCache::invalidate(int64_t address, int64_t length) {
         m_WriteListener(address, length);
 }
 
-void CRegisterCache::forEachRuleOverlapping(int64_t address, int64_t length,
-                                            const std::function<void(size_t)>& visit) const {
+const std::vector<size_t>& CRegisterCache::rulesOverlapping(int64_t address, int64_t length) const {
     auto known = m_Overlapping.find({address, length});
-    if (known == m_Overlapping.end() && m_Overlapping.size() >= maximumKnownRanges)
-        m_Overlapping.clear();
-    if (known == m_Overlapping.end())
-        known =
-            m_Overlapping.emplace(std::make_pair(address, length), rulesOverlapping(address, length)).first;
-    for (const size_t rule : known->second)
-        visit(rule);
+    if (known == m_Overlapping.end()) {
+        if (m_Overlapping.size() >= maximumKnownRanges)
+            m_Overlapping.clear();
+        known = m_Overlapping.emplace(std::make_pair(address, length), findRulesOverlapping(address, length))
+                    .first;
+    }
+    return known->second;
 }
 
-std::vector<size_t> CRegisterCache::rulesOverlapping(int64_t address, int64_t length) const {
+std::vector<size_t> CRegisterCache::findRulesOverlapping(int64_t address, int64_t length) const {
     std::vector<size_t> found;
-    auto visit = [&](size_t rule) { found.push_back(rule); };
     boundPatterns();
     const int64_t first = address > INT64_MIN + m_LongestFixedRule ? address - m_LongestFixedRule : INT64_MIN;
     const auto last =
         address < INT64_MAX - length ? m_FixedRules.lower_bound(address + length) : m_FixedRules.end();
     for (auto rule = m_FixedRules.upper_bound(first); rule != last; ++rule) {
         if (overlaps(m_Rules[rule->second].address, m_Rules[rule->second].length, address, length))
-            visit(rule->second);
+            found.push_back(rule->second);
     }
     // An index reaches past where the pattern's cached entries end, so the whole reach counts.
     for (const size_t rule : m_IndexedRules) {
@@ -140,7 +138,7 @@ std::vector<size_t> CRegisterCache::rulesOverlapping(int64_t address, int64_t le
             __builtin_add_overflow(reach, pattern.address + pattern.length, &reach))
             reach = INT64_MAX;
         if (pattern.address < address + length && address < reach)
-            visit(rule);
+            found.push_back(rule);
     }
     return found;
 }

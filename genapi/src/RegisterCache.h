@@ -44,10 +44,9 @@ public:
     void setWriteListener(std::function<void(int64_t address, int64_t length)> listener) {
         m_WriteListener = std::move(listener);
     }
-    // Calls `visit` with every rule that has a register sharing bytes with the range; the rules a range
-    // reaches are worked out once, since a device is written at the same few places again and again.
-    void forEachRuleOverlapping(int64_t address, int64_t length,
-                                const std::function<void(size_t)>& visit) const;
+    // The rules with a register sharing bytes with the range; worked out once per range, since a device
+    // is written at the same few places again and again.
+    const std::vector<size_t>& rulesOverlapping(int64_t address, int64_t length) const;
 
 private:
     // Ends every index pattern at the next register above its base; done once after rules change.
@@ -55,7 +54,7 @@ private:
     GenApi::ECachingMode modeOf(int64_t address, int64_t length) const;
     bool matches(const SCacheRule& rule, int64_t address, int64_t length) const;
     void dropOverlapping(int64_t address, int64_t length);
-    std::vector<size_t> rulesOverlapping(int64_t address, int64_t length) const;
+    std::vector<size_t> findRulesOverlapping(int64_t address, int64_t length) const;
 
     mutable std::vector<SCacheRule> m_Rules;
     mutable bool m_PatternsBounded = false;

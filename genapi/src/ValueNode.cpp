@@ -60,10 +60,4 @@ std::string CValueNode::describe(int64_t value) {
     return text;
 }
 
-void CValueNode::abortOnStaleValue(const std::string& cached, const std::string& fresh) const {
-    std::fprintf(stderr, "GENAPI_ENGINE_VERIFY_CACHE: node '%s' answered %s from its cache, but reads %s\n",
-                 name().c_str(), cached.c_str(), fresh.c_str());
-    std::abort();
-}
-
 }  // namespace GenApiEngine

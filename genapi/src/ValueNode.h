@@ -74,7 +74,7 @@ private:
     template <typename T>
     void checkCachedValue(const T& cached, const T& fresh) const {
         if (!sameValue(cached, fresh))
-            abortOnStaleValue(describe(cached), describe(fresh));
+            abortOnStale(describe(cached), describe(fresh));
     }
     static bool sameValue(double cached, double fresh) {
         return cached == fresh || (cached != cached && fresh != fresh);
@@ -87,7 +87,6 @@ private:
     static std::string describe(int64_t value);
     static std::string describe(bool value) { return value ? "true" : "false"; }
     static std::string describe(const GENICAM_NAMESPACE::gcstring& value) { return value.c_str(); }
-    [[noreturn]] void abortOnStaleValue(const std::string& cached, const std::string& fresh) const;
 
     mutable GenApi::EYesNo m_KeepsValue = GenApi::_UndefinedYesNo;
     mutable GenApi::EYesNo m_FollowsRegisterChanges = GenApi::_UndefinedYesNo;

@@ -1,5 +1,6 @@
 // Walks a camera description with libxml2 and records each node's properties in document order.
 #include "XmlIndex.h"
+#include "TextForms.h"
 #include <Base/GCException.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -68,6 +69,13 @@ const std::string& SNodeDescription::value(const std::string& property) const {
             return p.value;
     }
     return emptyText;
+}
+
+bool indexStep(const SProperty& index, int64_t length, int64_t& step) {
+    if (index.attribute.find("pOffset") != std::string::npos)
+        return false;
+    step = length;
+    return index.attribute.compare(0, 7, "Offset=") != 0 || textToInteger(index.attribute.substr(7), step);
 }
 
 bool SNodeDescription::has(const std::string& property) const {

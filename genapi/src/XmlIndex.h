@@ -2,6 +2,7 @@
 #ifndef GENAPI_ENGINE_XMLINDEX_H
 #define GENAPI_ENGINE_XMLINDEX_H
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,6 +17,10 @@ struct SProperty {
     std::string value;
     std::string attribute;
 };
+
+// The address step of a pIndex element: its Offset attribute, or else the register's length; false when
+// a node gives the offset (pOffset) or the attribute is no number.
+bool indexStep(const SProperty& index, int64_t length, int64_t& step);
 
 // One node of the description; enumeration entries get GenApi's "EnumEntry_<Enumeration>_<Entry>" names.
 struct SNodeDescription {
