@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs the GenApi conformance kit beside the checkout and fails when the engine agrees on fewer feature
-# nodes than it already did. Exits 77 (skipped) when the kit is not there.
+# nodes than it already did, or when any node both sides have lists other properties than GenApi does.
+# Exits 77 (skipped) when the kit is not there.
 #   scripts/conformance-check.sh BUILD_DIR MINIMUM_PERCENT
 set -uo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
@@ -27,3 +28,16 @@ if awk -v f="$figure" -v m="$minimum" 'BEGIN { exit !(f + 0 < m + 0) }'; then
     exit 1
 fi
 echo "conformance $figure% (at least $minimum%)"
+# Rows of the properties comparison end in "| agreeing/compared |".
+props="$build/conformance/COMPARE-props.md"
+if [ ! -f "$props" ]; then
+    echo "the conformance kit wrote no properties comparison"
+    exit 1
+fi
+disagreeing=$(grep -E '[0-9]+/[0-9]+ \|$' "$props" | awk -F'|' '{ split($(NF-1), n, "/"); if (n[1] + 0 != n[2] + 0) print $2 ":" $(NF-1) }')
+if [ -n "$disagreeing" ]; then
+    echo "properties differ from GenApi's on some nodes:"
+    echo "$disagreeing"
+    exit 1
+fi
+echo "properties agree on every node of $(grep -cE '[0-9]+/[0-9]+ \|$' "$props") descriptions"

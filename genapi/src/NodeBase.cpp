@@ -1,5 +1,6 @@
 // INode for every engine node: metadata from the description index, access through Aravis' evaluation.
 #include "NodeBase.h"
+#include "NodeProperties.h"
 #include "NodeMapImpl.h"
 #include "PortDevice.h"
 #include <GenApi/EnumClasses.h>
@@ -511,39 +512,20 @@ bool CNodeBase::IsStreamable() const {
 }
 
 void CNodeBase::GetPropertyNames(gcstring_vector& PropertyNames) const {
+    CMapEntry entry(m_Map);
     PropertyNames.clear();
-    PropertyNames.push_back("Name");
-    PropertyNames.push_back("NameSpace");
-    for (const SProperty& property : m_Description.properties) {
-        if (!PropertyNames.contains(property.name.c_str()))
-            PropertyNames.push_back(property.name.c_str());
-    }
+    for (const std::string& name : CNodeProperties(*this).names())
+        PropertyNames.push_back(name.c_str());
 }
 
 // Several occurrences of a property (pFeature, pSelected, ...) come back tab-separated.
 bool CNodeBase::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gcstring& AttributeStr) {
-    ValueStr = "";
-    AttributeStr = "";
-    if (PropertyName == "Name") {
-        ValueStr = m_Description.xmlName.c_str();
-        return true;
-    }
-    if (PropertyName == "NameSpace") {
-        ValueStr = m_Description.nameSpace.c_str();
-        return true;
-    }
-    bool found = false;
-    for (const SProperty& property : m_Description.properties) {
-        if (PropertyName != property.name.c_str())
-            continue;
-        if (found) {
-            ValueStr += "\t";
-            AttributeStr += "\t";
-        }
-        ValueStr += property.value.c_str();
-        AttributeStr += property.attribute.c_str();
-        found = true;
-    }
+    CMapEntry entry(m_Map);
+    std::string value;
+    std::string attribute;
+    const bool found = CNodeProperties(*this).get(PropertyName.c_str(), value, attribute);
+    ValueStr = value.c_str();
+    AttributeStr = attribute.c_str();
     return found;
 }
 

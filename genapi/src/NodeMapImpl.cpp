@@ -672,6 +672,12 @@ bool CNodeMapImpl::Connect(IPortStacked* pPort) {
     return Connect(static_cast<IPort*>(pPort));
 }
 
+const CDependentGraph& CNodeMapImpl::dependentGraph() const {
+    if (!m_DependentGraph)
+        m_DependentGraph.reset(new CDependentGraph(*m_Index));
+    return *m_DependentGraph;
+}
+
 gcstring CNodeMapImpl::GetDeviceName() {
     return m_DeviceName;
 }

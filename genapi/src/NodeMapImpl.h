@@ -7,6 +7,7 @@
 #include <GenApi/INodeMap.h>
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
+#include "DependentGraph.h"
 #include "PortRouting.h"
 #include "RegisterCache.h"
 #include "XmlIndex.h"
@@ -85,6 +86,8 @@ public:
     // The address offset that routes transfers of a port's registers to that port.
     int64_t portOffset(const std::string& portName) const { return m_Routing.offsetOf(portName); }
     const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
+    // The dependents GenApi lists in pDependent, worked out when first asked for; the map lock must be held.
+    const CDependentGraph& dependentGraph() const;
     const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
 
     // Cached access modes are valid while they carry the current generation; a user port that reports
@@ -166,6 +169,7 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selecting;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
+    mutable std::unique_ptr<CDependentGraph> m_DependentGraph;
     mutable uint64_t m_AccessGeneration = 1;
     mutable uint64_t m_ValueClock = 1;
     mutable uint64_t m_AllValuesInvalidAt = 1;

@@ -4,8 +4,14 @@
 #include <Base/GCException.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <algorithm>
+#include <unordered_map>
 
 namespace GenApiEngine {
+
+const char* const convertToSuffix = "_ConvertTo";
+const char* const convertFromSuffix = "_ConvertFrom";
+
 namespace {
 
 const std::string emptyText;
@@ -31,15 +37,6 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, last - first + 1);
 }
 
-std::string textOf(xmlNode* node) {
-    xmlChar* content = xmlNodeGetContent(node);
-    if (!content)
-        return std::string();
-    std::string text(reinterpret_cast<const char*>(content));
-    xmlFree(content);
-    return trimmed(text);
-}
-
 // Attribute values of a property element, e.g. the variable name of a pVariable, joined by blanks.
 std::string attributesOf(xmlNode* node) {
     std::string joined;
@@ -55,6 +52,122 @@ std::string attributesOf(xmlNode* node) {
         }
     }
     return joined;
+}
+
+std::string contentOf(xmlNode* node) {
+    xmlChar* content = xmlNodeGetContent(node);
+    if (!content)
+        return std::string();
+    std::string text(reinterpret_cast<const char*>(content));
+    xmlFree(content);
+    return text;
+}
+
+std::string textOf(xmlNode* node) {
+    return trimmed(contentOf(node));
+}
+
+// Texts written for people and formulas keep their whitespace, as GenApi keeps it; names and numbers do not.
+bool keepsWhitespace(const std::string& property) {
+    static const char* const kept[] = {"ToolTip",     "Description", "DisplayName", "Formula",
+                                       "FormulaFrom", "FormulaTo",   "Expression"};
+    for (const char* name : kept) {
+        if (property == name)
+            return true;
+    }
+    return false;
+}
+
+std::string escapedXml(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) {
+        switch (c) {
+            case '<':
+                escaped += "&lt;";
+                break;
+            case '>':
+                escaped += "&gt;";
+                break;
+            case '&':
+                escaped += "&amp;";
+                break;
+            case '"':
+                escaped += "&quot;";
+                break;
+            default:
+                escaped += c;
+        }
+    }
+    return escaped;
+}
+
+// The elements inside an Extension as GenApi hands them out: every element with its closing tag, no
+// whitespace between elements.
+void serializeInto(xmlNode* first, std::string& out) {
+    for (xmlNode* node = first; node; node = node->next) {
+        if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE) {
+            out += escapedXml(trimmed(reinterpret_cast<const char*>(node->content)));
+            continue;
+        }
+        if (node->type != XML_ELEMENT_NODE)
+            continue;
+        out += '<' + elementName(node);
+        for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) {
+            const char* name = reinterpret_cast<const char*>(attribute->name);
+            out += std::string(" ") + name + "=\"" + escapedXml(attributeOf(node, name)) + '"';
+        }
+        out += '>';
+        serializeInto(node->children, out);
+        out += "</" + elementName(node) + '>';
+    }
+}
+
+SProperty propertyOf(xmlNode* child) {
+    const std::string name = elementName(child);
+    if (name == "Extension") {
+        std::string inner;
+        serializeInto(child->children, inner);
+        return SProperty{name, inner, std::string()};
+    }
+    return SProperty{name, keepsWhitespace(name) ? contentOf(child) : textOf(child), attributesOf(child)};
+}
+
+bool hasElementChildren(xmlNode* node) {
+    for (xmlNode* child = node->children; child; child = child->next) {
+        if (child->type == XML_ELEMENT_NODE)
+            return true;
+    }
+    return false;
+}
+
+// Walks the description in document order and names every node the first time it is defined or pointed
+// to; a converter's two formula nodes follow its own elements, ConvertTo first.
+void mentionWithin(xmlNode* element, const std::string& enclosing,
+                   std::unordered_map<std::string, uint32_t>& ranks) {
+    const auto see = [&ranks](const std::string& name) {
+        ranks.emplace(name, static_cast<uint32_t>(ranks.size()));
+    };
+    for (xmlNode* child = element->children; child; child = child->next) {
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
+        const std::string tag = elementName(child);
+        if (tag == "Extension")
+            continue;
+        if (tag[0] == 'p' && !hasElementChildren(child)) {
+            see(textOf(child));
+        } else if (xmlHasProp(child, BAD_CAST "Name") && tag[0] != 'p') {
+            const std::string xmlName = attributeOf(child, "Name");
+            const std::string name = tag == "EnumEntry" ? "EnumEntry_" + enclosing + "_" + xmlName : xmlName;
+            see(name);
+            mentionWithin(child, xmlName, ranks);
+            if (isConverter(tag)) {
+                see(name + convertToSuffix);
+                see(name + convertFromSuffix);
+            }
+        } else {
+            mentionWithin(child, enclosing, ranks);
+        }
+    }
 }
 
 bool isNodeElement(xmlNode* node) {
@@ -108,6 +221,7 @@ CXmlIndex::CXmlIndex(const std::string& xml, bool keepDocument) {
                 attributeOf(root, reinterpret_cast<const char*>(attribute->name));
         }
         indexChildren(root);
+        rankMentions(root);
     }
     if (keepDocument)
         m_Document = document;
@@ -149,7 +263,7 @@ void CXmlIndex::indexStructReg(void* element) {
         if (elementName(child) == "StructEntry") {
             entries.push_back(child);
         } else {
-            shared.push_back(SProperty{elementName(child), textOf(child), attributesOf(child)});
+            shared.push_back(propertyOf(child));
         }
     }
     for (xmlNode* entry : entries)
@@ -178,14 +292,17 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
             nested.push_back(child);
             continue;
         }
-        if (property == "Extension")
-            continue;
-        description.properties.push_back(SProperty{property, textOf(child), attributesOf(child)});
+        description.properties.push_back(propertyOf(child));
     }
 
-    // A struct entry's own elements override those of its StructReg (an entry's AccessMode, say).
+    // A struct entry's own elements override those of its StructReg (an entry's AccessMode, say); all
+    // occurrences of an inherited element come along (several pInvalidator, say).
+    const size_t own = description.properties.size();
     for (const SProperty& shared : inherited) {
-        if (!description.has(shared.name))
+        const auto begin = description.properties.begin();
+        const bool overridden = std::any_of(begin, begin + static_cast<std::ptrdiff_t>(own),
+                                            [&](const SProperty& p) { return p.name == shared.name; });
+        if (!overridden)
             description.properties.push_back(shared);
     }
 
@@ -199,6 +316,20 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
         m_Nodes[index].entries.push_back("EnumEntry_" + name + "_" + childName);
         indexNode(child, name, std::vector<SProperty>());
     }
+}
+
+void CXmlIndex::rankMentions(void* root) {
+    std::unordered_map<std::string, uint32_t> ranks;
+    mentionWithin(static_cast<xmlNode*>(root), std::string(), ranks);
+    for (SNodeDescription& node : m_Nodes) {
+        node.rank = ranks[node.name];
+        if (isConverter(node.tag))
+            node.convertRank = ranks[node.name + convertToSuffix];
+    }
+}
+
+bool isConverter(const std::string& tag) {
+    return tag == "Converter" || tag == "IntConverter";
 }
 
 const SNodeDescription* CXmlIndex::find(const std::string& name) const {

@@ -22,6 +22,11 @@ struct SProperty {
 // a node gives the offset (pOffset) or the attribute is no number.
 bool indexStep(const SProperty& index, int64_t length, int64_t& step);
 
+// A converter's formula nodes, which GenApi creates beside it: its name with these endings.
+extern const char* const convertToSuffix;
+extern const char* const convertFromSuffix;
+bool isConverter(const std::string& tag);
+
 // One node of the description; enumeration entries get GenApi's "EnumEntry_<Enumeration>_<Entry>" names.
 struct SNodeDescription {
     std::string name;
@@ -31,6 +36,10 @@ struct SNodeDescription {
     std::vector<SProperty> properties;
     std::vector<std::string> entries;
     std::string parent;
+    // Where GenApi numbers the node: the order in which the description first defines or points to each
+    // name. A converter's ConvertTo formula node has convertRank, its ConvertFrom node the next rank.
+    uint32_t rank = 0;
+    uint32_t convertRank = 0;
 
     // The first value of a property, or an empty string.
     const std::string& value(const std::string& property) const;
@@ -60,6 +69,7 @@ private:
     void indexChildren(void* element);
     void indexStructReg(void* element);
     void indexNode(void* element, const std::string& parent, const std::vector<SProperty>& inherited);
+    void rankMentions(void* root);
 
     std::vector<SNodeDescription> m_Nodes;
     std::map<std::string, size_t> m_ByName;

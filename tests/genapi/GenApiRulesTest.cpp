@@ -488,3 +488,115 @@ TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeInte
     EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), RW);
     EXPECT_EQ(map._GetNode("Unavailable")->GetAccessMode(), NA);
 }
+
+namespace {
+
+std::string propertyOf(CNodeMapRef& map, const char* node, const char* property,
+                       gcstring* attribute = nullptr) {
+    gcstring value, attributes;
+    if (!map._GetNode(node)->GetProperty(property, value, attributes))
+        return "<none>";
+    if (attribute)
+        *attribute = attributes;
+    return value.c_str();
+}
+
+const char* const propertyNodes =
+    R"(<Category Name="Root"><pFeature>Gain</pFeature><pFeature>Mode</pFeature></Category>
+  <Integer Name="Gain"><Extension><Vendor Key="a"/>
+      <Note>text</Note></Extension><pValue>GainConverter</pValue></Integer>
+  <IntConverter Name="GainConverter"><pVariable Name="ZOFFSET">Offset</pVariable><pVariable Name="A">Scale</pVariable>
+    <FormulaTo> (FROM - ZOFFSET) / A </FormulaTo><FormulaFrom> TO * A + ZOFFSET </FormulaFrom><pValue>GainReg</pValue></IntConverter>
+  <Integer Name="Offset"><Value>0x10</Value></Integer>
+  <Integer Name="Scale"><Value>1</Value></Integer>
+  <IntReg Name="GainReg"><Address>0x20</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>
+  <Enumeration Name="Mode"><EnumEntry Name="Off"><Value>0</Value></EnumEntry><EnumEntry Name="On"><Value>0x2</Value></EnumEntry>
+    <pValue>ModeReg</pValue><pSelected>Gain</pSelected></Enumeration>
+  <MaskedIntReg Name="ModeReg"><Address>0x24</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Bit>1</Bit><Endianess>LittleEndian</Endianess></MaskedIntReg>
+  <StructReg Comment="Flags"><Address>0x30</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort>
+    <pInvalidator>GainReg</pInvalidator><pInvalidator>ModeReg</pInvalidator><Endianess>LittleEndian</Endianess>
+    <StructEntry Name="Flag"><Bit>0</Bit></StructEntry>
+  </StructReg>)";
+
+}  // namespace
+
+TEST(PropertyRules, GenApiListsDerivedLinksDefaultsAndNumbersInDecimal) {
+    SWordMap words(propertyNodes);
+    CNodeMapRef& map = words.map;
+    gcstring attribute;
+
+    // Dependents reach through every link, a pSelected the other way round, and a converter's formula
+    // nodes; they come in the reverse of the order in which the description first names them.
+    EXPECT_EQ(propertyOf(map, "GainReg", "pDependent"), "Flag\tGainConverter\tGain\tRoot");
+    EXPECT_EQ(propertyOf(map, "Offset", "pDependent"),
+              "GainConverter_ConvertFrom\tGainConverter_ConvertTo\tGainConverter\tGain\tRoot");
+    EXPECT_EQ(propertyOf(map, "Mode", "pDependent"), "Gain\tRoot");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "pDependent"), "Mode\tGain\tRoot");
+    EXPECT_EQ(propertyOf(map, "ModeReg", "pDependent"), "Flag\tMode\tGain\tRoot");
+    EXPECT_EQ(propertyOf(map, "Root", "pDependent"), "<none>");
+
+    // Terminals: the registers at the end of the value chain, or the node holding its own value.
+    EXPECT_EQ(propertyOf(map, "Gain", "pTerminal"), "GainReg");
+    EXPECT_EQ(propertyOf(map, "Mode", "pTerminal"), "ModeReg");
+    EXPECT_EQ(propertyOf(map, "Offset", "pTerminal"), "Offset");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "pTerminal"), "EnumEntry_Mode_On");
+    EXPECT_EQ(propertyOf(map, "Root", "pTerminal"), "<none>");
+    EXPECT_EQ(propertyOf(map, "Gain", "pSelecting"), "Mode");
+    EXPECT_EQ(propertyOf(map, "Mode", "pEnumEntry"), "EnumEntry_Mode_Off\tEnumEntry_Mode_On");
+
+    // Numbers in decimal, a bit as a range of one, defaults GenApi fills in.
+    EXPECT_EQ(propertyOf(map, "GainReg", "Address"), "32");
+    EXPECT_EQ(propertyOf(map, "GainReg", "Sign"), "Unsigned");
+    EXPECT_EQ(propertyOf(map, "GainReg", "Representation"), "PureNumber");
+    EXPECT_EQ(propertyOf(map, "GainReg", "NodeType"), "IntReg");
+    EXPECT_EQ(propertyOf(map, "Offset", "Value"), "16");
+    EXPECT_EQ(propertyOf(map, "ModeReg", "LSB"), "1");
+    EXPECT_EQ(propertyOf(map, "ModeReg", "MSB"), "1");
+    EXPECT_EQ(propertyOf(map, "ModeReg", "Bit"), "<none>");
+    EXPECT_EQ(propertyOf(map, "Flag", "NodeType"), "MaskedIntReg");
+    EXPECT_EQ(propertyOf(map, "Gain", "ImposedAccessMode"), "RW");
+    EXPECT_EQ(propertyOf(map, "Gain", "IsFeature"), "Yes");
+    EXPECT_EQ(propertyOf(map, "Offset", "IsFeature"), "No");
+    EXPECT_EQ(propertyOf(map, "Gain", "Streamable"), "No");
+
+    // An entry: full name, its symbol, its value as a number; its device name is listed without a value.
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "Name"), "EnumEntry_Mode_On");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "Symbolic"), "On");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "Value"), "2");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "NumericValue"), "2");
+    EXPECT_EQ(propertyOf(map, "EnumEntry_Mode_On", "DeviceName"), "<none>");
+    GenICam::gcstring_vector names;
+    map._GetNode("EnumEntry_Mode_On")->GetPropertyNames(names);
+    EXPECT_TRUE(names.contains("DeviceName"));
+    EXPECT_EQ(propertyOf(map, "Gain", "DeviceName"), map._GetNode("Gain")->GetDeviceName().c_str());
+
+    // A converter: variables sorted by their names, formulas as written, its formula nodes, and the slope
+    // it has between its pValue's limits.
+    EXPECT_EQ(propertyOf(map, "GainConverter", "pVariable", &attribute), "Scale\tOffset");
+    EXPECT_STREQ(attribute.c_str(), "A\tZOFFSET");
+    EXPECT_EQ(propertyOf(map, "GainConverter", "FormulaFrom"), " TO * A + ZOFFSET ");
+    EXPECT_EQ(propertyOf(map, "GainConverter", "pSwissKnifeTo"), "GainConverter_ConvertTo");
+    EXPECT_EQ(propertyOf(map, "GainConverter", "Slope"), "Increasing");
+    EXPECT_EQ(propertyOf(map, "GainConverter", "Representation"), "<none>");
+
+    // Extensions come back as their elements, each closed, without the whitespace between them.
+    EXPECT_EQ(propertyOf(map, "Gain", "Extension"), "<Vendor Key=\"a\"></Vendor><Note>text</Note>");
+    // Attributes without their names; none at all for a list whose elements have none.
+    EXPECT_EQ(propertyOf(map, "Root", "pFeature", &attribute), "Gain\tMode");
+    EXPECT_STREQ(attribute.c_str(), "");
+}
+
+TEST(DescriptionRules, StructEntriesInheritEveryInvalidatorOfTheirRegister) {
+    SWordMap words(propertyNodes);
+    CIntegerPtr flag = words.map._GetNode("Flag");
+    CIntegerPtr modeReg = words.map._GetNode("ModeReg");
+    words.port.words[0x30] = 1;
+    EXPECT_EQ(flag->GetValue(), 1);
+    // Changed behind the map's back: the kept value holds until an invalidator changes.
+    words.port.words[0x30] = 0;
+    EXPECT_EQ(flag->GetValue(), 1);
+    // The struct register's second invalidator reaches the entry as well as the first.
+    modeReg->SetValue(0);
+    EXPECT_EQ(flag->GetValue(), 0);
+    EXPECT_EQ(propertyOf(words.map, "Flag", "pInvalidator"), "GainReg\tModeReg");
+}

@@ -47,12 +47,12 @@ TEST_F(SimulatedCameraTest, DescriptiveMetadataComesFromTheDescription) {
     EXPECT_EQ(node("Width")->IsAccessModeCacheable(), Yes);
 }
 
-TEST_F(SimulatedCameraTest, PropertiesAreServedAsWritten) {
+TEST_F(SimulatedCameraTest, PropertiesAreServedAsGenApiListsThem) {
     INode* width = node("Width");
     GenICam::gcstring_vector names;
     width->GetPropertyNames(names);
-    for (const char* expected :
-         {"Name", "ToolTip", "pValue", "Min", "pMax", "Inc", "pIsLocked", "Streamable"}) {
+    for (const char* expected : {"Name", "ToolTip", "pValue", "Min", "pMax", "Inc", "pIsLocked", "Streamable",
+                                 "NodeType", "pTerminal", "pDependent", "Visibility", "DeviceName"}) {
         EXPECT_TRUE(names.contains(expected)) << expected;
     }
     GenICam::gcstring value, attribute;
@@ -62,15 +62,20 @@ TEST_F(SimulatedCameraTest, PropertiesAreServedAsWritten) {
     EXPECT_STREQ(value.c_str(), "16");
     EXPECT_FALSE(width->GetProperty("NoSuchProperty", value, attribute));
 
-    // Several occurrences come back tab-separated; attributes of each occurrence likewise.
+    // Several occurrences come back tab-separated; attributes of each occurrence likewise, a formula's
+    // variables sorted by their names.
     ASSERT_TRUE(node("TriggerSelector")->GetProperty("pSelected", value, attribute));
     EXPECT_STREQ(value.c_str(), "TriggerMode\tTriggerSource");
     ASSERT_TRUE(node("WidthMax")->GetProperty("pVariable", value, attribute));
-    EXPECT_STREQ(value.c_str(), "SensorWidth\tOffsetXReg");
-    EXPECT_STREQ(attribute.c_str(), "Name=SW\tName=OX");
+    EXPECT_STREQ(value.c_str(), "OffsetXReg\tSensorWidth");
+    EXPECT_STREQ(attribute.c_str(), "OX\tSW");
     ASSERT_TRUE(node("TriggerModeReg")->GetProperty("pIndex", value, attribute));
     EXPECT_STREQ(value.c_str(), "TriggerSelectorReg");
-    EXPECT_STREQ(attribute.c_str(), "Offset=4");
+    EXPECT_STREQ(attribute.c_str(), "4");
+    ASSERT_TRUE(width->GetProperty("pTerminal", value, attribute));
+    EXPECT_STREQ(value.c_str(), "WidthReg");
+    ASSERT_TRUE(node("WidthReg")->GetProperty("Address", value, attribute));
+    EXPECT_STREQ(value.c_str(), "264");
     ASSERT_TRUE(node("EnumEntry_PixelFormat_Mono10")->GetProperty("pIsAvailable", value, attribute));
     EXPECT_STREQ(value.c_str(), "TestMono10Available");
 }

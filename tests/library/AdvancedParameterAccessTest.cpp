@@ -118,8 +118,8 @@ TEST_F(AdvancedAccessTest, RawPropertiesAsJson) {
         const QJsonObject property = value.toObject();
         if (property["name"].toString() != "pVariable")
             continue;
-        EXPECT_EQ(property["values"].toArray(), QJsonArray({"SensorWidth", "OffsetXReg"}));
-        EXPECT_EQ(property["attributes"].toArray(), QJsonArray({"Name=SW", "Name=OX"}));
+        EXPECT_EQ(property["values"].toArray(), QJsonArray({"OffsetXReg", "SensorWidth"}));
+        EXPECT_EQ(property["attributes"].toArray(), QJsonArray({"OX", "SW"}));
     }
 }
 

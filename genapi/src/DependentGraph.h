@@ -1,0 +1,38 @@
+// Which nodes depend on a node, directly or through others, as GenApi lists them in a node's pDependent.
+#ifndef GENAPI_ENGINE_DEPENDENTGRAPH_H
+#define GENAPI_ENGINE_DEPENDENTGRAPH_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace GenApiEngine {
+
+class CXmlIndex;
+
+// A node depends on every node its pointer elements name (pValue, pFeature, pInvalidator, pPort, ...); a
+// node named by pSelected depends on its selector instead; an entry's enumeration depends on the entry;
+// a converter depends on its two formula nodes, and they on the converter's variables.
+class CDependentGraph {
+public:
+    explicit CDependentGraph(const CXmlIndex& index);
+
+    // Every node that depends on the named one, nearest first in GenApi's numbering: the names defined or
+    // pointed to last in the description come first. Empty for a name the description does not define.
+    std::vector<std::string> dependentsOf(const std::string& name) const;
+
+private:
+    uint32_t idOf(const std::string& name) const;
+    void addVertex(const std::string& name, uint32_t rank);
+    void link(uint32_t node, uint32_t dependent);
+
+    static constexpr uint32_t none = UINT32_MAX;
+    const CXmlIndex& m_Index;
+    std::vector<std::string> m_Names;
+    std::vector<uint32_t> m_Ranks;
+    std::vector<std::vector<uint32_t>> m_Dependents;
+};
+
+}  // namespace GenApiEngine
+
+#endif

@@ -1,0 +1,266 @@
+// GenApi answers GetProperty from its node objects, not from the description: numbers in decimal, the
+// values it defaults, the variables of a formula by name, and links it derives. This builds that list.
+#include "NodeProperties.h"
+#include "FormulaEvaluation.h"
+#include "NodeBase.h"
+#include "NodeMapImpl.h"
+#include "TextForms.h"
+#include <GenApi/EnumClasses.h>
+#include <GenApi/IFloat.h>
+#include <GenApi/IInteger.h>
+#include <algorithm>
+
+using namespace GenApi;
+
+namespace GenApiEngine {
+namespace {
+
+const char* yesNo(bool value) {
+    return value ? "Yes" : "No";
+}
+
+bool isOneOf(const std::string& text, std::initializer_list<const char*> candidates) {
+    return std::any_of(candidates.begin(), candidates.end(), [&](const char* c) { return text == c; });
+}
+
+// Properties GenApi keeps as numbers and so hands out in decimal, whatever base the description used.
+bool isNumeric(const std::string& property) {
+    return isOneOf(property,
+                   {"Address", "Length", "LSB", "MSB", "Bit", "CommandValue", "OnValue", "OffValue",
+                    "PollingTime", "Value", "Min", "Max", "Inc", "NumericValue", "DisplayPrecision"});
+}
+
+// The values of an attribute list ("Name=VAR Offset=4") without their names.
+std::string attributeValues(const std::string& attributes) {
+    std::string values;
+    size_t start = 0;
+    while (start < attributes.size()) {
+        size_t end = attributes.find(' ', start);
+        if (end == std::string::npos)
+            end = attributes.size();
+        const std::string pair = attributes.substr(start, end - start);
+        const size_t equals = pair.find('=');
+        if (!values.empty())
+            values += ' ';
+        values += equals == std::string::npos ? pair : pair.substr(equals + 1);
+        start = end + 1;
+    }
+    return values;
+}
+
+std::string joined(const std::vector<std::string>& parts) {
+    std::string text;
+    for (size_t i = 0; i < parts.size(); ++i)
+        text += (i ? "\t" : "") + parts[i];
+    return text;
+}
+
+}  // namespace
+
+CNodeProperties::CNodeProperties(const CNodeBase& node) : m_Node(node), m_Description(node.description()) {
+    addDescribed();
+    addCommon();
+    addKindDefaults();
+    addLinks();
+}
+
+std::vector<std::string> CNodeProperties::names() const {
+    std::vector<std::string> list;
+    for (const auto& entry : m_Entries)
+        list.push_back(entry.first);
+    return list;
+}
+
+bool CNodeProperties::get(const std::string& name, std::string& value, std::string& attribute) const {
+    const auto found = m_Entries.find(name);
+    if (found == m_Entries.end() || !found->second.defined)
+        return false;
+    value = found->second.value;
+    attribute = found->second.attribute;
+    return true;
+}
+
+void CNodeProperties::set(const std::string& name, const std::string& value, const std::string& attribute) {
+    m_Entries[name] = SEntry{value, attribute, true};
+}
+
+void CNodeProperties::setDefault(const std::string& name, const std::string& value) {
+    if (!has(name))
+        set(name, value);
+}
+
+void CNodeProperties::setList(const std::string& name, const std::vector<std::string>& values) {
+    if (!values.empty())
+        set(name, joined(values));
+}
+
+bool CNodeProperties::isFloatKind() const {
+    return isOneOf(m_Description.tag, {"Float", "FloatReg", "Converter", "SwissKnife"});
+}
+
+std::string CNodeProperties::textForm(const std::string& property, const std::string& value) const {
+    if (!isNumeric(property))
+        return value;
+    if (isFloatKind() && isOneOf(property, {"Value", "Min", "Max", "Inc"})) {
+        double number = 0;
+        return textToFloat(value, number) ? floatToText(number, fnAutomatic, -1) : value;
+    }
+    int64_t number = 0;
+    return textToInteger(value, number) ? std::to_string(number) : value;
+}
+
+// Several elements of one name come back tab-separated, values and attributes alike; a formula's
+// variables come sorted by their names, as GenApi keeps them.
+void CNodeProperties::addDescribed() {
+    std::map<std::string, std::vector<std::pair<std::string, std::string>>> grouped;
+    for (const SProperty& property : m_Description.properties)
+        grouped[property.name].emplace_back(attributeValues(property.attribute), property.value);
+    for (auto& group : grouped) {
+        std::vector<std::pair<std::string, std::string>>& occurrences = group.second;
+        if (group.first == "pVariable")
+            std::stable_sort(occurrences.begin(), occurrences.end());
+        std::vector<std::string> values;
+        std::vector<std::string> attributes;
+        bool anyAttribute = false;
+        for (const auto& occurrence : occurrences) {
+            values.push_back(textForm(group.first, occurrence.second));
+            attributes.push_back(occurrence.first);
+            anyAttribute = anyAttribute || !occurrence.first.empty();
+        }
+        set(group.first, joined(values), anyAttribute ? joined(attributes) : std::string());
+    }
+    // A single bit is a range of one.
+    const auto bit = m_Entries.find("Bit");
+    if (bit != m_Entries.end()) {
+        setDefault("LSB", bit->second.value);
+        setDefault("MSB", bit->second.value);
+        m_Entries.erase(bit);
+    }
+}
+
+void CNodeProperties::addCommon() {
+    const bool entry = m_Description.tag == "EnumEntry";
+    set("Name", m_Description.name);
+    set("NameSpace", m_Description.nameSpace);
+    set("NodeType", m_Description.tag == "StructEntry" ? "MaskedIntReg" : m_Description.tag);
+    if (entry)
+        m_Entries["DeviceName"] = SEntry{std::string(), std::string(), false};
+    else
+        set("DeviceName", m_Node.map().GetDeviceName().c_str());
+    setDefault("ExposeStatic", "Yes");
+    setDefault("IsDeprecated", "No");
+    set("IsFeature", yesNo(m_Node.IsFeature()));
+    setDefault("ImposedAccessMode", "RW");
+    set("Visibility", EVisibilityClass::ToString(m_Node.GetVisibility()).c_str());
+    setDefault("Streamable", "No");
+    if (entry) {
+        set("Symbolic", m_Description.xmlName);
+        setDefault("IsSelfClearing", "No");
+        double numeric = 0;
+        if (!has("NumericValue") && textToFloat(m_Entries["Value"].value, numeric))
+            set("NumericValue", floatToText(numeric, fnAutomatic, -1));
+    }
+}
+
+void CNodeProperties::addKindDefaults() {
+    const std::string& tag = m_Description.tag;
+    if (isRegisterKind(tag))
+        setDefault("AccessMode", "RO");
+    if (isOneOf(tag, {"IntReg", "MaskedIntReg", "StructEntry"})) {
+        setDefault("Sign", "Unsigned");
+        setDefault("Representation", "PureNumber");
+    }
+    if (isOneOf(tag, {"IntReg", "MaskedIntReg", "StructEntry", "FloatReg"}))
+        setDefault("Endianess", "LittleEndian");
+    if (tag == "IntSwissKnife") {
+        setDefault("Representation", "PureNumber");
+        setDefault("InputDirection", "None");
+    }
+    if (isOneOf(tag, {"SwissKnife", "FloatReg"})) {
+        setDefault("DisplayNotation", "Automatic");
+        setDefault("DisplayPrecision", "-1");
+    }
+    if (tag == "SwissKnife")
+        setDefault("InputDirection", "None");
+    if (isOneOf(tag, {"Float", "Converter"}))
+        setDefault("DisplayPrecision", "-1");
+    if (tag == "Converter")
+        setDefault("IsLinear", "No");
+    if (isRegisterKind(tag))
+        setDefault("Cachable", ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
+    if (isConverter(tag) && isOneOf(m_Entries["Slope"].value, {"", "Automatic"}))
+        set("Slope", automaticSlope());
+    if (isConverter(tag)) {
+        set("pSwissKnifeFrom", m_Description.name + convertFromSuffix);
+        set("pSwissKnifeTo", m_Description.name + convertToSuffix);
+    }
+    if (tag == "Boolean") {
+        setDefault("OnValue", "1");
+        setDefault("OffValue", "0");
+    }
+    if (tag == "Port") {
+        setDefault("CacheChunkData", "No");
+        setDefault("SwapEndianess", "No");
+    }
+}
+
+void CNodeProperties::addLinks() {
+    const CNodeMapImpl& map = m_Node.map();
+    setList("pDependent", map.dependentGraph().dependentsOf(m_Description.name));
+    setList("pTerminal", terminalsOf(m_Description, 0));
+    setList("pEnumEntry", m_Description.entries);
+    std::vector<std::string> selecting;
+    for (const CNodeBase* selector : map.selectorsOf(&m_Node))
+        selecting.push_back(selector->name());
+    setList("pSelecting", selecting);
+}
+
+// A converter whose slope the description leaves to GenApi gets the direction FormulaFrom takes between
+// the limits of its pValue; "Automatic" stays when they cannot be evaluated.
+std::string CNodeProperties::automaticSlope() const {
+    CNodeBase* source = m_Node.map().node(m_Description.value("pValue"));
+    IInteger* integer = dynamic_cast<IInteger*>(source);
+    IFloat* floating = dynamic_cast<IFloat*>(source);
+    try {
+        double low = 0, high = 0;
+        if (integer) {
+            low = static_cast<double>(integer->GetMin());
+            high = static_cast<double>(integer->GetMax());
+        } else if (floating) {
+            low = floating->GetMin();
+            high = floating->GetMax();
+        } else {
+            return "Automatic";
+        }
+        const double atLow = CFormulaEvaluation(m_Node, low).asFloat("GetProperty");
+        const double atHigh = CFormulaEvaluation(m_Node, high).asFloat("GetProperty");
+        return atHigh >= atLow ? "Increasing" : "Decreasing";
+    } catch (const GenICam::GenericException&) {
+        return "Automatic";
+    }
+}
+
+// The registers (or constant-valued nodes) at the end of a node's value chain.
+std::vector<std::string> CNodeProperties::terminalsOf(const SNodeDescription& node, int depth) const {
+    if (isRegisterKind(node.tag) || node.tag == "EnumEntry")
+        return {node.name};
+    std::vector<std::string> terminals;
+    bool linked = false;
+    for (const SProperty& property : node.properties) {
+        if (!isOneOf(property.name, {"pValue", "pValueIndexed", "pValueDefault"}))
+            continue;
+        linked = true;
+        const SNodeDescription* target = m_Node.map().index().find(property.value);
+        if (!target || depth > 64)
+            continue;
+        for (const std::string& terminal : terminalsOf(*target, depth + 1)) {
+            if (std::find(terminals.begin(), terminals.end(), terminal) == terminals.end())
+                terminals.push_back(terminal);
+        }
+    }
+    if (!linked && node.has("Value") && !isOneOf(node.tag, {"IntSwissKnife", "SwissKnife"}))
+        terminals.push_back(node.name);
+    return terminals;
+}
+
+}  // namespace GenApiEngine

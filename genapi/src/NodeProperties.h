@@ -1,0 +1,53 @@
+// A node's properties as GenApi lists them: the description's elements in GenApi's text forms, the
+// defaults GenApi fills in, and the links it works out (pDependent, pTerminal, pSelecting, ...).
+#ifndef GENAPI_ENGINE_NODEPROPERTIES_H
+#define GENAPI_ENGINE_NODEPROPERTIES_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace GenApiEngine {
+
+class CNodeBase;
+struct SNodeDescription;
+
+class CNodeProperties {
+public:
+    // Works the whole list out; the map lock must be held.
+    explicit CNodeProperties(const CNodeBase& node);
+
+    // The names in GenApi's order (alphabetical).
+    std::vector<std::string> names() const;
+    // False for a name the node does not have, and for one it lists without a value (an entry's
+    // DeviceName).
+    bool get(const std::string& name, std::string& value, std::string& attribute) const;
+
+private:
+    struct SEntry {
+        std::string value;
+        std::string attribute;
+        bool defined = true;
+    };
+
+    void addDescribed();
+    void addCommon();
+    void addKindDefaults();
+    void addLinks();
+    void set(const std::string& name, const std::string& value, const std::string& attribute = std::string());
+    void setDefault(const std::string& name, const std::string& value);
+    void setList(const std::string& name, const std::vector<std::string>& values);
+    bool has(const std::string& name) const { return m_Entries.count(name) != 0; }
+    std::string textForm(const std::string& property, const std::string& value) const;
+    bool isFloatKind() const;
+    std::string automaticSlope() const;
+    std::vector<std::string> terminalsOf(const SNodeDescription& node, int depth) const;
+
+    const CNodeBase& m_Node;
+    const SNodeDescription& m_Description;
+    std::map<std::string, SEntry> m_Entries;
+};
+
+}  // namespace GenApiEngine
+
+#endif
