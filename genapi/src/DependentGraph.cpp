@@ -61,6 +61,11 @@ void CDependentGraph::link(uint32_t node, uint32_t dependent) {
         dependents.push_back(dependent);
 }
 
+bool CDependentGraph::hasDependents(const std::string& name) const {
+    const uint32_t node = idOf(name);
+    return node != none && !m_Dependents[node].empty();
+}
+
 std::vector<std::string> CDependentGraph::dependentsOf(const std::string& name) const {
     const uint32_t start = idOf(name);
     if (start == none)

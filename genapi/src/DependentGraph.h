@@ -20,6 +20,7 @@ public:
     // Every node that depends on the named one, nearest first in GenApi's numbering: the names defined or
     // pointed to last in the description come first. Empty for a name the description does not define.
     std::vector<std::string> dependentsOf(const std::string& name) const;
+    bool hasDependents(const std::string& name) const;
 
 private:
     uint32_t idOf(const std::string& name) const;

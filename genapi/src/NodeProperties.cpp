@@ -75,13 +75,13 @@ bool CNodeProperties::get(const std::string& name, std::string& value, std::stri
     const auto found = m_Entries.find(name);
     if (found == m_Entries.end() || !found->second.defined)
         return false;
-    value = found->second.value;
+    value = found->second.deferred ? found->second.deferred() : found->second.value;
     attribute = found->second.attribute;
     return true;
 }
 
 void CNodeProperties::set(const std::string& name, const std::string& value, const std::string& attribute) {
-    m_Entries[name] = SEntry{value, attribute, true};
+    m_Entries[name] = SEntry{value, attribute, true, nullptr};
 }
 
 void CNodeProperties::setDefault(const std::string& name, const std::string& value) {
@@ -144,7 +144,7 @@ void CNodeProperties::addCommon() {
     set("NameSpace", m_Description.nameSpace);
     set("NodeType", m_Description.tag == "StructEntry" ? "MaskedIntReg" : m_Description.tag);
     if (entry)
-        m_Entries["DeviceName"] = SEntry{std::string(), std::string(), false};
+        m_Entries["DeviceName"] = SEntry{std::string(), std::string(), false, nullptr};
     else
         set("DeviceName", m_Node.map().GetDeviceName().c_str());
     setDefault("ExposeStatic", "Yes");
@@ -189,7 +189,7 @@ void CNodeProperties::addKindDefaults() {
     if (isRegisterKind(tag))
         setDefault("Cachable", ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
     if (isConverter(tag) && isOneOf(m_Entries["Slope"].value, {"", "Automatic"}))
-        set("Slope", automaticSlope());
+        m_Entries["Slope"].deferred = [this] { return automaticSlope(); };
     if (isConverter(tag)) {
         set("pSwissKnifeFrom", m_Description.name + convertFromSuffix);
         set("pSwissKnifeTo", m_Description.name + convertToSuffix);
@@ -206,7 +206,12 @@ void CNodeProperties::addKindDefaults() {
 
 void CNodeProperties::addLinks() {
     const CNodeMapImpl& map = m_Node.map();
-    setList("pDependent", map.dependentGraph().dependentsOf(m_Description.name));
+    const CDependentGraph& graph = map.dependentGraph();
+    if (graph.hasDependents(m_Description.name)) {
+        m_Entries["pDependent"].deferred = [this, &graph] {
+            return joined(graph.dependentsOf(m_Description.name));
+        };
+    }
     setList("pTerminal", terminalsOf(m_Description, 0));
     setList("pEnumEntry", m_Description.entries);
     std::vector<std::string> selecting;

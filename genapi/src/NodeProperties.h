@@ -3,6 +3,7 @@
 #ifndef GENAPI_ENGINE_NODEPROPERTIES_H
 #define GENAPI_ENGINE_NODEPROPERTIES_H
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ class CNodeProperties {
 public:
     // Works the whole list out; the map lock must be held.
     explicit CNodeProperties(const CNodeBase& node);
+    // Deferred values refer to the object that made them.
+    CNodeProperties(const CNodeProperties&) = delete;
+    CNodeProperties& operator=(const CNodeProperties&) = delete;
 
     // The names in GenApi's order (alphabetical).
     std::vector<std::string> names() const;
@@ -24,10 +28,12 @@ public:
     bool get(const std::string& name, std::string& value, std::string& attribute) const;
 
 private:
+    // A value that costs a walk or an evaluation is worked out only when asked for.
     struct SEntry {
         std::string value;
         std::string attribute;
         bool defined = true;
+        std::function<std::string()> deferred;
     };
 
     void addDescribed();
