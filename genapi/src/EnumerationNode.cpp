@@ -115,7 +115,8 @@ gcstring CEnumerationNode::ToString(bool Verify, bool IgnoreCache) {
     IEnumEntry* current = GetEntry(value);
     if (!current) {
         raise(EError::InvalidArgument, "ToString",
-              formatText("cannot convert value '%" PRId64 "', the value is invalid.", value));
+              formatText("Feature '%s' : cannot convert value '%" PRId64 "', the value is invalid.",
+                         name().c_str(), value));
     }
     return current->GetSymbolic();
 }
@@ -125,7 +126,7 @@ void CEnumerationNode::FromString(const gcstring& ValueStr, bool Verify) {
     IEnumEntry* target = GetEntryByName(ValueStr);
     if (!target) {
         raise(EError::InvalidArgument, "FromString",
-              formatText("Node '%s' : cannot convert value '%s', the value is invalid.", name().c_str(),
+              formatText("Feature '%s' : cannot convert value '%s', the value is invalid.", name().c_str(),
                          ValueStr.c_str()));
     }
     SetIntValue(target->GetValue(), Verify);

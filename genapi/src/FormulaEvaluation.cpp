@@ -19,12 +19,22 @@ std::string nameAttribute(const SProperty& property) {
     return property.attribute.compare(0, 5, "Name=") == 0 ? property.attribute.substr(5) : std::string();
 }
 
+// The node GenApi names in a formula's errors: the formula node itself, or the converter's formula node.
+std::string formulaNodeName(const CNodeBase& node, const std::string& property) {
+    if (property == "FormulaFrom")
+        return node.name() + convertFromSuffix;
+    if (property == "FormulaTo")
+        return node.name() + convertToSuffix;
+    return node.name();
+}
+
 }  // namespace
 
 CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* property, bool verify,
                                        bool ignoreCache)
     : m_Node(node),
       m_Formula(node.description().value(property)),
+      m_FormulaNode(formulaNodeName(node, property)),
       m_Verify(verify),
       m_IgnoreCache(ignoreCache),
       m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
@@ -36,6 +46,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
 CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, double to)
     : m_Node(node),
       m_Formula(node.description().value("FormulaFrom")),
+      m_FormulaNode(formulaNodeName(node, "FormulaFrom")),
       m_Verify(false),
       m_IgnoreCache(false),
       m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
@@ -98,9 +109,9 @@ double CFormulaEvaluation::asFloat(const char* method) const {
             m_Node.raiseFromAravis(error, method);
     }
     if (std::isinf(value)) {
-        m_Node.raiseError(
-            EError::LogicalError, method,
-            "Failed to evaluate formula '" + m_Formula + "' : error message is '#Infinity somewhere!'");
+        m_Node.raiseError(EError::LogicalError, method,
+                          m_FormulaNode + " : Failed to evaluate formula '" + m_Formula +
+                              "' : error message is '#Infinity somewhere!'");
     }
     return value;
 }

@@ -30,6 +30,7 @@ private:
 
     const CNodeBase& m_Node;
     std::string m_Formula;
+    std::string m_FormulaNode;
     bool m_Verify;
     bool m_IgnoreCache;
     ArvEvaluator* m_Evaluator;

@@ -7,17 +7,12 @@
 namespace GenApiEngine {
 namespace {
 
-std::string describe(const std::string& node, const std::string& problem) {
-    if (problem.compare(0, 6, "Node '") == 0)
-        return problem;
-    return "Node '" + node + "' : " + problem;
-}
-
 template <typename E>
 [[noreturn]] void raiseAs(const char* typeName, const std::string& node, const char* method,
                           const std::string& problem) {
     const std::string entryPoint = node + "." + method + "()";
-    throw E(describe(node, problem).c_str(), __FILE__, __LINE__, entryPoint.c_str(), node.c_str(), typeName);
+    // GenApi's description is the bare text; the node and the call go into what() only.
+    throw E(problem.c_str(), __FILE__, __LINE__, entryPoint.c_str(), node.c_str(), typeName);
 }
 
 EError kindOfGcError(int code) {

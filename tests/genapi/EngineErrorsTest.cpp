@@ -1,4 +1,5 @@
-// Every failure leaves the engine as the GenICam exception GenApi uses, with the node named.
+// Every failure leaves the engine as the GenICam exception GenApi uses, with GenApi's bare description
+// and the node named in the full message.
 #include "SimulatedCameraFixture.h"
 
 using namespace GenApi;
@@ -7,17 +8,17 @@ using GenICam::gcstring;
 TEST_F(SimulatedCameraTest, OutOfRangeValuesAreRefusedBeforeTheDevice) {
     const uint32_t before = camera().peekRegister(SimCamera::Registers::Width);
     std::string text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(4096); });
-    EXPECT_EQ(text, "Node 'Width' : Value = 4096 must be equal or smaller than Max = 2048.");
+    EXPECT_EQ(text, "Value = 4096 must be equal or smaller than Max = 2048.");
     text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(8); });
-    EXPECT_EQ(text, "Node 'Width' : Value = 8 must be equal or greater than Min = 16.");
+    EXPECT_EQ(text, "Value = 8 must be equal or greater than Min = 16.");
     text = descriptionOf<GenICam::OutOfRangeException>([&] { integer("Width")->SetValue(100); });
     EXPECT_EQ(text,
-              "Node 'Width' : The difference between Value = 100 and Min = 16 must be dividable without rest "
-              "by Inc = 16.");
+              "The difference between Value = 100 and Min = 16 must be dividable without rest by Inc = 16.");
     EXPECT_EQ(camera().peekRegister(SimCamera::Registers::Width), before);
 
-    text = descriptionOf<GenICam::OutOfRangeException>([&] { floating("ExposureTime")->SetValue(5.0); });
-    EXPECT_NE(text.find("ExposureTime"), std::string::npos);
+    text =
+        descriptionOf<GenICam::OutOfRangeException>([&] { floating("ExposureTime")->SetValue(5.0); }, true);
+    EXPECT_NE(text.find("in node 'ExposureTime' while calling 'ExposureTime.SetValue()'"), std::string::npos);
     EXPECT_NE(text.find("must be greater than or equal"), std::string::npos);
     EXPECT_THROW(floating("Gain")->SetValue(30.0), GenICam::OutOfRangeException);
     EXPECT_THROW(integer("TestIntegerStep10")->SetValue(15), GenICam::OutOfRangeException);
@@ -28,9 +29,9 @@ TEST_F(SimulatedCameraTest, OutOfRangeValuesAreRefusedBeforeTheDevice) {
 TEST_F(SimulatedCameraTest, AccessViolationsRaiseAccessExceptions) {
     std::string text =
         descriptionOf<GenICam::AccessException>([&] { integer("TestReadOnlyInteger")->SetValue(1); });
-    EXPECT_EQ(text, "Node 'TestReadOnlyInteger' : Node is not writable.");
+    EXPECT_EQ(text, "Node is not writable.");
     text = descriptionOf<GenICam::AccessException>([&] { integer("TestWriteOnlyInteger")->GetValue(); });
-    EXPECT_EQ(text, "Node 'TestWriteOnlyInteger' : Node is not readable.");
+    EXPECT_EQ(text, "Node is not readable.");
     EXPECT_THROW(as<IBoolean>("TestWriteOnlyBoolean")->GetValue(), GenICam::AccessException);
     EXPECT_THROW(as<IString>("DeviceVendorName")->SetValue("x"), GenICam::AccessException);
     EXPECT_THROW(as<ICommand>("DeviceReset")->ToString(), GenICam::AccessException);
@@ -38,7 +39,7 @@ TEST_F(SimulatedCameraTest, AccessViolationsRaiseAccessExceptions) {
     // A feature that is not available refuses reads and limit queries alike.
     EXPECT_THROW(integer("AcquisitionFrameCount")->GetValue(), GenICam::AccessException);
     text = descriptionOf<GenICam::AccessException>([&] { integer("AcquisitionFrameCount")->GetMin(); });
-    EXPECT_EQ(text, "Node 'AcquisitionFrameCount' : Node is not available.");
+    EXPECT_EQ(text, "Node is not available.");
     // Write-only values are written all the same.
     integer("TestWriteOnlyInteger")->SetValue(-7);
     EXPECT_EQ(static_cast<int32_t>(camera().peekRegister(SimCamera::Registers::TestWriteOnlyInteger)), -7);
@@ -47,7 +48,7 @@ TEST_F(SimulatedCameraTest, AccessViolationsRaiseAccessExceptions) {
 TEST_F(SimulatedCameraTest, UnknownEntriesAndUnparsableTextsAreInvalidArguments) {
     std::string text = descriptionOf<GenICam::InvalidArgumentException>(
         [&] { enumeration("PixelFormat")->FromString("Mono99"); });
-    EXPECT_EQ(text, "Node 'PixelFormat' : cannot convert value 'Mono99', the value is invalid.");
+    EXPECT_EQ(text, "Feature 'PixelFormat' : cannot convert value 'Mono99', the value is invalid.");
     text = descriptionOf<GenICam::InvalidArgumentException>([&] { integer("Width")->FromString("wide"); });
     EXPECT_EQ(text, "Node 'Width' : cannot convert string 'wide' to int.");
     EXPECT_THROW(floating("ExposureTime")->FromString("12ms"), GenICam::InvalidArgumentException);
@@ -63,7 +64,8 @@ TEST_F(SimulatedCameraTest, UnknownEntriesAndUnparsableTextsAreInvalidArguments)
     EXPECT_THROW(enumeration("PixelFormat")->SetIntValue(12345), GenICam::OutOfRangeException);
     // A device value that matches no entry cannot be converted to text.
     camera().pokeRegister(SimCamera::Registers::PixelFormat, 77);
-    EXPECT_THROW(enumeration("PixelFormat")->ToString(), GenICam::InvalidArgumentException);
+    text = descriptionOf<GenICam::InvalidArgumentException>([&] { enumeration("PixelFormat")->ToString(); });
+    EXPECT_EQ(text, "Feature 'PixelFormat' : cannot convert value '77', the value is invalid.");
 }
 
 TEST_F(SimulatedCameraTest, WrongInterfacesGiveInvalidPointersAndLogicalErrors) {
@@ -83,13 +85,16 @@ TEST_F(SimulatedCameraTest, WrongInterfacesGiveInvalidPointersAndLogicalErrors) 
 
 TEST_F(SimulatedCameraTest, PortFailuresKeepTheirTypeAndNameTheNode) {
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    // The port's own description passes through; the full message names the node that read.
     std::string text = descriptionOf<GenICam::RuntimeException>([&] { integer("Width")->GetValue(); });
-    EXPECT_EQ(text, "Node 'Width' : SimulatedCamera: transfer failed");
+    EXPECT_EQ(text, "SimulatedCamera: transfer failed");
+    text = descriptionOf<GenICam::RuntimeException>([&] { integer("Width")->GetValue(); }, true);
+    EXPECT_NE(text.find("in node 'Width' while calling 'Width.GetValue()'"), std::string::npos);
     EXPECT_THROW(floating("ExposureTime")->SetValue(100.0), GenICam::RuntimeException);
 
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::Timeout);
     text = descriptionOf<GenICam::TimeoutException>([&] { integer("Height")->GetValue(); });
-    EXPECT_EQ(text, "Node 'Height' : SimulatedCamera: the device did not answer in time");
+    EXPECT_EQ(text, "SimulatedCamera: the device did not answer in time");
     uint32_t value;
     EXPECT_THROW(as<IPort>("Device")->Read(&value, 0, 4), GenICam::TimeoutException);
 

@@ -36,11 +36,11 @@ private:
 
 // Runs a statement that must throw the GenICam exception E and returns its description.
 template <typename E, typename F>
-std::string descriptionOf(F statement) {
+std::string descriptionOf(F statement, bool fullMessage = false) {
     try {
         statement();
     } catch (const E& e) {
-        return e.GetDescription();
+        return fullMessage ? e.what() : e.GetDescription();
     } catch (const GenICam::GenericException& e) {
         ADD_FAILURE() << "unexpected exception type: " << e.what();
         return std::string();

@@ -140,7 +140,7 @@ TEST(ObjectState, FieldsAndTheScopedLock) {
 TEST_F(LibraryTest, AGenApiRangeErrorReachesTheCallerTranslatedAndTheLockIsFree) {
     QSharedPointer<CParameter> width = parameter("Width");
     const QString text = messageOf<ArgumentOutOfRangeException>([&] { width->parseAndSetValue("5000"); });
-    EXPECT_EQ(text, "Node 'Width' : Value = 5000 must be equal or smaller than Max = 2048.");
+    EXPECT_EQ(text, "Value = 5000 must be equal or smaller than Max = 2048.");
     EXPECT_EQ(state().getEntryCount(), 0);
     EXPECT_TRUE(lockableFromAnotherThread(state()));
     EXPECT_EQ(camera().peekRegister(SimCamera::Registers::Width), 640u);

@@ -38,7 +38,7 @@ TEST_F(NumericParametersTest, IntegerReadsWritesAndAnnouncements) {
     EXPECT_EQ(announced.at(0).at(0).toString(), "1024");
     // The standard write translates GenApi's refusal.
     EXPECT_EQ(messageOf<ArgumentOutOfRangeException>([&] { width->setValue(4096, true); }),
-              "Node 'Width' : Value = 4096 must be equal or smaller than Max = 2048.");
+              "Value = 4096 must be equal or smaller than Max = 2048.");
 
     EXPECT_TRUE(width->trySetValue(512));
     EXPECT_EQ(deviceInteger("Width"), 512);
