@@ -7,23 +7,13 @@ namespace GenApiEngine {
 
 CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
     const std::vector<SNodeDescription>& nodes = index.nodes();
-    for (const SNodeDescription& node : nodes)
-        addVertex(node.name, node.rank);
-    for (const SNodeDescription& node : nodes) {
-        if (isConverter(node.tag)) {
-            addVertex(node.name + convertToSuffix, node.convertRank);
-            addVertex(node.name + convertFromSuffix, node.convertRank + 1);
-        }
-    }
-    uint32_t formulaNode = static_cast<uint32_t>(nodes.size());
+    m_Dependents.resize(nodes.size());
     for (uint32_t self = 0; self < nodes.size(); ++self) {
         const SNodeDescription& node = nodes[self];
         for (const SProperty& property : node.properties) {
             if (property.name.empty() || property.name[0] != 'p')
                 continue;
             const uint32_t target = idOf(property.value);
-            if (target == none)
-                continue;
             if (property.name == "pSelected")
                 link(self, target);
             else
@@ -31,14 +21,15 @@ CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
         }
         for (const std::string& entry : node.entries)
             link(idOf(entry), self);
-        if (!isConverter(node.tag))
-            continue;
-        for (const uint32_t formula : {formulaNode, formulaNode + 1}) {
-            link(formula, self);
-            for (const std::string& variable : node.values("pVariable"))
-                link(idOf(variable), formula);
+        // What the description only implies: a converter's formula nodes, a formula's constants.
+        if (isConverter(node.tag)) {
+            link(idOf(node.name + convertToSuffix), self);
+            link(idOf(node.name + convertFromSuffix), self);
         }
-        formulaNode += 2;
+        for (const SProperty& property : node.properties) {
+            if (property.name == "Constant" && node.tag == "IntSwissKnife")
+                link(idOf("_" + node.name + "_" + nameAttribute(property)), self);
+        }
     }
 }
 
@@ -47,14 +38,8 @@ uint32_t CDependentGraph::idOf(const std::string& name) const {
     return node ? static_cast<uint32_t>(node - m_Index.nodes().data()) : none;
 }
 
-void CDependentGraph::addVertex(const std::string& name, uint32_t rank) {
-    m_Names.push_back(name);
-    m_Ranks.push_back(rank);
-    m_Dependents.emplace_back();
-}
-
 void CDependentGraph::link(uint32_t node, uint32_t dependent) {
-    if (node == none || node == dependent)
+    if (node == none || dependent == none || node == dependent)
         return;
     std::vector<uint32_t>& dependents = m_Dependents[node];
     if (std::find(dependents.begin(), dependents.end(), dependent) == dependents.end())
@@ -70,7 +55,7 @@ std::vector<std::string> CDependentGraph::dependentsOf(const std::string& name) 
     const uint32_t start = idOf(name);
     if (start == none)
         return {};
-    std::vector<bool> seen(m_Names.size(), false);
+    std::vector<bool> seen(m_Dependents.size(), false);
     seen[start] = true;
     std::vector<uint32_t> reached;
     std::vector<uint32_t> pending{start};
@@ -85,12 +70,13 @@ std::vector<std::string> CDependentGraph::dependentsOf(const std::string& name) 
             pending.push_back(dependent);
         }
     }
+    const std::vector<SNodeDescription>& nodes = m_Index.nodes();
     std::sort(reached.begin(), reached.end(),
-              [this](uint32_t a, uint32_t b) { return m_Ranks[a] > m_Ranks[b]; });
+              [&nodes](uint32_t a, uint32_t b) { return nodes[a].rank > nodes[b].rank; });
     std::vector<std::string> names;
     names.reserve(reached.size());
     for (const uint32_t node : reached)
-        names.push_back(m_Names[node]);
+        names.push_back(nodes[node].name);
     return names;
 }
 

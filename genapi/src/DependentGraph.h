@@ -11,8 +11,8 @@ namespace GenApiEngine {
 class CXmlIndex;
 
 // A node depends on every node its pointer elements name (pValue, pFeature, pInvalidator, pPort, ...); a
-// node named by pSelected depends on its selector instead; an entry's enumeration depends on the entry;
-// a converter depends on its two formula nodes, and they on the converter's variables.
+// node named by pSelected depends on its selector instead; an enumeration depends on its entries, a
+// converter on its two formula nodes and an integer formula on the nodes of its constants.
 class CDependentGraph {
 public:
     explicit CDependentGraph(const CXmlIndex& index);
@@ -24,13 +24,10 @@ public:
 
 private:
     uint32_t idOf(const std::string& name) const;
-    void addVertex(const std::string& name, uint32_t rank);
     void link(uint32_t node, uint32_t dependent);
 
     static constexpr uint32_t none = UINT32_MAX;
     const CXmlIndex& m_Index;
-    std::vector<std::string> m_Names;
-    std::vector<uint32_t> m_Ranks;
     std::vector<std::vector<uint32_t>> m_Dependents;
 };
 

@@ -146,13 +146,19 @@ private:
                 return value;
         }
     }
+    // A division by zero is an infinity, 0/0 included, so that GenApi's infinity check catches it.
+    static double divided(double numerator, double denominator) {
+        if (denominator != 0)
+            return numerator / denominator;
+        return std::signbit(numerator) ? -HUGE_VAL : HUGE_VAL;
+    }
     double multiplicative() {
         double value = power();
         for (;;) {
             if (takeSingle('*', "*"))
                 value = (value * power());
             else if (takeSingle('/', ""))
-                value = (value / power());
+                value = divided(value, power());
             else if (takeSingle('%', ""))
                 value = (std::fmod(value, power()));
             else
@@ -288,6 +294,32 @@ bool evaluateFloatFormula(const std::string& formula, const std::map<std::string
     } catch (const SUnreadable&) {
         return false;
     }
+}
+
+std::string floatLiteralFraction(const std::string& formula) {
+    const auto isWordCharacter = [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+    };
+    size_t position = 0;
+    while (position < formula.size()) {
+        const char c = formula[position];
+        if (std::isalpha(static_cast<unsigned char>(c)) || c == '_') {
+            while (position < formula.size() && isWordCharacter(formula[position]))
+                ++position;
+        } else if (std::isdigit(static_cast<unsigned char>(c))) {
+            while (position < formula.size() && isWordCharacter(formula[position]))
+                ++position;
+            if (position < formula.size() && formula[position] == '.') {
+                const size_t start = position++;
+                while (position < formula.size() && isWordCharacter(formula[position]))
+                    ++position;
+                return formula.substr(start, position - start);
+            }
+        } else {
+            ++position;
+        }
+    }
+    return std::string();
 }
 
 }  // namespace GenApiEngine

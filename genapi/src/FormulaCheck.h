@@ -14,6 +14,10 @@ namespace GenApiEngine {
 bool evaluateFloatFormula(const std::string& formula, const std::map<std::string, double>& variables,
                           const std::map<std::string, std::string>& expressions, double& result);
 
+// GenApi reads the formulas of integer nodes with an integer parser, which stops at a decimal point: the
+// first float literal's fraction (".0" of "4.0"), or an empty text when the formula has none.
+std::string floatLiteralFraction(const std::string& formula);
+
 }  // namespace GenApiEngine
 
 #endif

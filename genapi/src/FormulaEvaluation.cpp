@@ -14,11 +14,6 @@ using namespace GENAPI_NAMESPACE;
 namespace GenApiEngine {
 namespace {
 
-// The name a pVariable, Constant or Expression element gives in its Name attribute.
-std::string nameAttribute(const SProperty& property) {
-    return property.attribute.compare(0, 5, "Name=") == 0 ? property.attribute.substr(5) : std::string();
-}
-
 // The node GenApi names in a formula's errors: the formula node itself, or the converter's formula node.
 std::string formulaNodeName(const CNodeBase& node, const std::string& property) {
     if (property == "FormulaFrom")
@@ -34,6 +29,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
                                        bool ignoreCache)
     : m_Node(node),
       m_Formula(node.description().value(property)),
+      m_Property(property),
       m_FormulaNode(formulaNodeName(node, property)),
       m_Verify(verify),
       m_IgnoreCache(ignoreCache),
@@ -41,11 +37,19 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
     setVariables(node);
     if (std::string(property) == "FormulaFrom")
         setVariable("TO", node.map().node(node.description().value("pValue")));
+    // A converter's formula node on its own has nothing behind its input, which counts as 0.
+    const std::string& input = node.description().value("InputDirection");
+    if (input == "From" || input == "To") {
+        const char* variable = input == "From" ? "TO" : "FROM";
+        arv_evaluator_set_int64_variable(m_Evaluator, variable, 0);
+        m_Values[variable] = 0;
+    }
 }
 
 CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, double to)
     : m_Node(node),
       m_Formula(node.description().value("FormulaFrom")),
+      m_Property("FormulaFrom"),
       m_FormulaNode(formulaNodeName(node, "FormulaFrom")),
       m_Verify(false),
       m_IgnoreCache(false),
@@ -92,7 +96,19 @@ void CFormulaEvaluation::setVariable(const std::string& name, CNodeBase* source)
     m_Values[name] = static_cast<double>(integer);
 }
 
+void CFormulaEvaluation::refuseFloatLiterals(const CNodeBase& node, const char* property,
+                                             const char* method) {
+    const std::string& formula = node.description().value(property);
+    const std::string fraction = floatLiteralFraction(formula);
+    if (!fraction.empty()) {
+        node.raiseError(EError::LogicalError, method,
+                        formulaNodeName(node, property) + " : Failed to parse formula '" + formula +
+                            "' : error message is '# " + fraction + " - Unknown function/variable!'");
+    }
+}
+
 int64_t CFormulaEvaluation::asInteger(const char* method) const {
+    refuseFloatLiterals(m_Node, m_Property, method);
     GError* error = nullptr;
     const int64_t value = arv_evaluator_evaluate_as_int64(m_Evaluator, &error);
     if (error)

@@ -21,7 +21,10 @@ public:
     CFormulaEvaluation(const CNodeBase& node, double to);
     ~CFormulaEvaluation();
 
+    // Raises the error of an integer formula (IntSwissKnife, IntConverter) GenApi's integer parser cannot
+    // read: one with a float literal.
     int64_t asInteger(const char* method) const;
+    static void refuseFloatLiterals(const CNodeBase& node, const char* property, const char* method);
     double asFloat(const char* method) const;
 
 private:
@@ -30,6 +33,7 @@ private:
 
     const CNodeBase& m_Node;
     std::string m_Formula;
+    const char* m_Property;
     std::string m_FormulaNode;
     bool m_Verify;
     bool m_IgnoreCache;

@@ -82,10 +82,16 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     const int64_t value = cachedValue(m_Value, IgnoreCache || Verify, [&] {
         if (holdsOwnValue())
             return m_OwnValue;
-        return description().tag == "IntConverter"
-                   ? convertedValue(Verify, IgnoreCache)
-                   : arvCall("GetValue",
-                             [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
+        if (description().tag == "IntConverter")
+            return convertedValue(Verify, IgnoreCache);
+        if (description().tag == "IntSwissKnife") {
+            // A formula node Aravis does not know (a converter's) is evaluated here.
+            if (!arvNode())
+                return CFormulaEvaluation(*this, "Formula", Verify, IgnoreCache).asInteger("GetValue");
+            CFormulaEvaluation::refuseFloatLiterals(*this, "Formula", "GetValue");
+        }
+        return arvCall("GetValue",
+                       [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
     });
     if (Verify && (value < GetMin() || value > GetMax())) {
         raise(EError::OutOfRange, "GetValue", formatText("Value = %" PRId64 " is out of range.", value));

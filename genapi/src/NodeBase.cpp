@@ -230,7 +230,7 @@ EAccessMode CNodeBase::computeAccessMode() const {
             !evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode")) {
             return NA;
         }
-    } else if (m_PrincipalType != intfIEnumEntry) {
+    } else if (m_PrincipalType != intfIEnumEntry && !m_Description.implied) {
         return NI;
     }
     EAccessMode mode = m_PrincipalType == intfICategory ? features : naturalAccessMode();

@@ -126,14 +126,17 @@ protected:
     // Access of a register node: its AccessMode (RO by default) combined with its port's access.
     GenApi::EAccessMode registerAccessMode() const;
 
-    // Reads a limit through Aravis; a node that describes no such limit gets GenApi's default instead.
+    // Reads a limit through Aravis; a node that describes no such limit, or that Aravis does not know (the
+    // nodes a description implies), gets GenApi's default instead.
     template <typename T, typename Call>
     T limitOr(const char* method, const char* property, T fallback, Call call) const {
+        const bool described = m_Description.has(property) || m_Description.has(std::string("p") + property);
+        if (!described && !m_ArvNode)
+            return fallback;
         GError* error = nullptr;
         const T result = call(&error);
         if (!error)
             return result;
-        const bool described = m_Description.has(property) || m_Description.has(std::string("p") + property);
         if (!described && error->domain == ARV_GC_ERROR) {
             g_error_free(error);
             return fallback;

@@ -321,11 +321,65 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
 void CXmlIndex::rankMentions(void* root) {
     std::unordered_map<std::string, uint32_t> ranks;
     mentionWithin(static_cast<xmlNode*>(root), std::string(), ranks);
-    for (SNodeDescription& node : m_Nodes) {
+    for (SNodeDescription& node : m_Nodes)
         node.rank = ranks[node.name];
-        if (isConverter(node.tag))
-            node.convertRank = ranks[node.name + convertToSuffix];
+    addImpliedNodes(ranks);
+}
+
+// GenApi makes nodes a description only implies: each converter gets two formula nodes, one evaluating
+// FormulaTo over FROM and one FormulaFrom over TO, each with the converter's variables; each constant of
+// an integer formula becomes an integer node "_<formula>_<constant>".
+void CXmlIndex::addImpliedNodes(const std::unordered_map<std::string, uint32_t>& ranks) {
+    const size_t described = m_Nodes.size();
+    for (size_t i = 0; i < described; ++i) {
+        if (isConverter(m_Nodes[i].tag)) {
+            for (const bool to : {true, false}) {
+                const SNodeDescription& converter = m_Nodes[i];
+                SNodeDescription formula;
+                formula.name = converter.name + (to ? convertToSuffix : convertFromSuffix);
+                formula.tag = converter.tag == "IntConverter" ? "IntSwissKnife" : "SwissKnife";
+                formula.nameSpace = "Custom";
+                for (const SProperty& property : converter.properties) {
+                    if (property.name == "pVariable" || property.name == "Constant" ||
+                        property.name == "Expression")
+                        formula.properties.push_back(property);
+                }
+                formula.properties.push_back(
+                    SProperty{"Formula", converter.value(to ? "FormulaTo" : "FormulaFrom"), std::string()});
+                formula.properties.push_back(SProperty{"InputDirection", to ? "To" : "From", std::string()});
+                const auto rank = ranks.find(formula.name);
+                formula.rank = rank == ranks.end() ? converter.rank : rank->second;
+                addImplied(std::move(formula));
+            }
+        }
+        if (m_Nodes[i].tag != "IntSwissKnife")
+            continue;
+        for (size_t p = 0; p < m_Nodes[i].properties.size(); ++p) {
+            const SNodeDescription& owner = m_Nodes[i];
+            if (owner.properties[p].name != "Constant")
+                continue;
+            SNodeDescription constant;
+            constant.name = "_" + owner.name + "_" + nameAttribute(owner.properties[p]);
+            constant.tag = "Integer";
+            constant.nameSpace = "Custom";
+            constant.properties.push_back(SProperty{"Value", owner.properties[p].value, std::string()});
+            constant.rank = owner.rank;
+            addImplied(std::move(constant));
+        }
     }
+}
+
+void CXmlIndex::addImplied(SNodeDescription node) {
+    if (m_ByName.count(node.name))
+        return;
+    node.xmlName = node.name;
+    node.implied = true;
+    m_ByName[node.name] = m_Nodes.size();
+    m_Nodes.push_back(std::move(node));
+}
+
+std::string nameAttribute(const SProperty& property) {
+    return property.attribute.compare(0, 5, "Name=") == 0 ? property.attribute.substr(5) : std::string();
 }
 
 bool isConverter(const std::string& tag) {

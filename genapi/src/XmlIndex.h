@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <unordered_map>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ bool indexStep(const SProperty& index, int64_t length, int64_t& step);
 extern const char* const convertToSuffix;
 extern const char* const convertFromSuffix;
 bool isConverter(const std::string& tag);
+// The Name attribute of a pVariable, Constant or Expression element, or an empty string.
+std::string nameAttribute(const SProperty& property);
 
 // One node of the description; enumeration entries get GenApi's "EnumEntry_<Enumeration>_<Entry>" names.
 struct SNodeDescription {
@@ -37,9 +40,10 @@ struct SNodeDescription {
     std::vector<std::string> entries;
     std::string parent;
     // Where GenApi numbers the node: the order in which the description first defines or points to each
-    // name. A converter's ConvertTo formula node has convertRank, its ConvertFrom node the next rank.
+    // name, a converter's formula nodes right after the converter's own elements.
     uint32_t rank = 0;
-    uint32_t convertRank = 0;
+    // Made by the engine, as GenApi makes it, for what the description only implies (see addImpliedNodes).
+    bool implied = false;
 
     // The first value of a property, or an empty string.
     const std::string& value(const std::string& property) const;
@@ -70,6 +74,8 @@ private:
     void indexStructReg(void* element);
     void indexNode(void* element, const std::string& parent, const std::vector<SProperty>& inherited);
     void rankMentions(void* root);
+    void addImpliedNodes(const std::unordered_map<std::string, uint32_t>& ranks);
+    void addImplied(SNodeDescription node);
 
     std::vector<SNodeDescription> m_Nodes;
     std::map<std::string, size_t> m_ByName;

@@ -3,6 +3,7 @@
 // evaluate, read cycles and schema checks.
 #include "SimulatedCameraFixture.h"
 #include <GenApiEngine/DescriptionSchema.h>
+#include <cmath>
 #include <cstring>
 #include <map>
 
@@ -323,6 +324,34 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
     EXPECT_THROW(CFloatPtr(map._GetNode("Broken"))->GetMax(), GenICam::LogicalErrorException);
 }
 
+// GenApi's integer parser stops at a decimal point, and a float division by zero is an infinity even when
+// the dividend is zero too, where a product of zero and infinity passes as not-a-number.
+TEST(FormulaRules, IntegerFormulasRefuseFloatLiteralsAndDivisionsByZeroAreInfinite) {
+    SWordMap words(
+        R"(<Integer Name="Raw"><Value>8</Value></Integer>
+  <Integer Name="Zero"><Value>0</Value></Integer>
+  <Integer Name="Huge"><Value>2000</Value></Integer>
+  <IntConverter Name="Quarter"><FormulaTo>FROM * 4.0</FormulaTo><FormulaFrom>TO / 4.25</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></IntConverter>
+  <IntSwissKnife Name="Half"><pVariable Name="R">Raw</pVariable><Formula>R / 2.0</Formula></IntSwissKnife>
+  <IntSwissKnife Name="Whole"><pVariable Name="R2">Raw</pVariable><Formula>R2 / 2</Formula></IntSwissKnife>
+  <SwissKnife Name="Undefined"><pVariable Name="Z">Zero</pVariable><Formula>Z / Z</Formula></SwissKnife>
+  <SwissKnife Name="Product"><pVariable Name="Z">Zero</pVariable><pVariable Name="H">Huge</pVariable><Formula>Z * (2 ** H)</Formula></SwissKnife>)");
+    CNodeMapRef& map = words.map;
+    EXPECT_EQ(descriptionOf<GenICam::LogicalErrorException>(
+                  [&] { CIntegerPtr(map._GetNode("Quarter"))->GetValue(); }),
+              "Quarter_ConvertFrom : Failed to parse formula 'TO / 4.25' : error message is '# .25 - Unknown "
+              "function/variable!'");
+    EXPECT_EQ(
+        descriptionOf<GenICam::LogicalErrorException>([&] { CIntegerPtr(map._GetNode("Half"))->GetValue(); }),
+        "Half : Failed to parse formula 'R / 2.0' : error message is '# .0 - Unknown function/variable!'");
+    // Digits inside a name are no literal.
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Whole"))->GetValue(), 4);
+    EXPECT_EQ(descriptionOf<GenICam::LogicalErrorException>(
+                  [&] { CFloatPtr(map._GetNode("Undefined"))->GetValue(); }),
+              "Undefined : Failed to evaluate formula 'Z / Z' : error message is '#Infinity somewhere!'");
+    EXPECT_TRUE(std::isnan(CFloatPtr(map._GetNode("Product"))->GetValue()));
+}
+
 // Registers that share bytes: a write through one drops what the cache keeps of every other it overlaps,
 // whichever starts first, and leaves registers beside them alone.
 TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
@@ -515,7 +544,8 @@ const char* const propertyNodes =
   <StructReg Comment="Flags"><Address>0x30</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort>
     <pInvalidator>GainReg</pInvalidator><pInvalidator>ModeReg</pInvalidator><Endianess>LittleEndian</Endianess>
     <StructEntry Name="Flag"><Bit>0</Bit></StructEntry>
-  </StructReg>)";
+  </StructReg>
+  <IntSwissKnife Name="Doubled"><pVariable Name="G">GainReg</pVariable><Constant Name="K">2</Constant><Formula>G*K</Formula></IntSwissKnife>)";
 
 }  // namespace
 
@@ -526,7 +556,7 @@ TEST(PropertyRules, GenApiListsDerivedLinksDefaultsAndNumbersInDecimal) {
 
     // Dependents reach through every link, a pSelected the other way round, and a converter's formula
     // nodes; they come in the reverse of the order in which the description first names them.
-    EXPECT_EQ(propertyOf(map, "GainReg", "pDependent"), "Flag\tGainConverter\tGain\tRoot");
+    EXPECT_EQ(propertyOf(map, "GainReg", "pDependent"), "Doubled\tFlag\tGainConverter\tGain\tRoot");
     EXPECT_EQ(propertyOf(map, "Offset", "pDependent"),
               "GainConverter_ConvertFrom\tGainConverter_ConvertTo\tGainConverter\tGain\tRoot");
     EXPECT_EQ(propertyOf(map, "Mode", "pDependent"), "Gain\tRoot");
@@ -583,6 +613,48 @@ TEST(PropertyRules, GenApiListsDerivedLinksDefaultsAndNumbersInDecimal) {
     // Attributes without their names; none at all for a list whose elements have none.
     EXPECT_EQ(propertyOf(map, "Root", "pFeature", &attribute), "Gain\tMode");
     EXPECT_STREQ(attribute.c_str(), "");
+}
+
+// GenApi makes nodes the description only implies: a converter's two formula nodes, evaluated with
+// nothing behind their input, and an integer node for each constant of an integer formula.
+TEST(DescriptionRules, ConvertersAndConstantsImplyNodesOfTheirOwn) {
+    SWordMap words(propertyNodes);
+    CNodeMapRef& map = words.map;
+    words.port.words[0x20] = 5;
+
+    CIntegerPtr from = map._GetNode("GainConverter_ConvertFrom");
+    CIntegerPtr to = map._GetNode("GainConverter_ConvertTo");
+    ASSERT_TRUE(from.IsValid());
+    ASSERT_TRUE(to.IsValid());
+    EXPECT_EQ(from->GetAccessMode(), RO);
+    EXPECT_FALSE(from->GetNode()->IsFeature());
+    // " TO * A + ZOFFSET " and " (FROM - ZOFFSET) / A " with TO and FROM at 0, A 1, ZOFFSET 16.
+    EXPECT_EQ(from->GetValue(), 16);
+    EXPECT_EQ(to->GetValue(), -16);
+    EXPECT_EQ(from->GetMin(), INT64_MIN);
+    EXPECT_EQ(from->GetMax(), INT64_MAX);
+    // The converter itself still converts its pValue.
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Gain"))->GetValue(), 21);
+    EXPECT_EQ(propertyOf(map, "GainConverter_ConvertFrom", "NodeType"), "IntSwissKnife");
+    EXPECT_EQ(propertyOf(map, "GainConverter_ConvertFrom", "InputDirection"), "From");
+    EXPECT_EQ(propertyOf(map, "GainConverter_ConvertTo", "Formula"), " (FROM - ZOFFSET) / A ");
+    EXPECT_EQ(propertyOf(map, "GainConverter_ConvertTo", "pVariable"), "Scale\tOffset");
+    EXPECT_EQ(propertyOf(map, "GainConverter_ConvertTo", "pDependent"), "GainConverter\tGain\tRoot");
+
+    CIntegerPtr constant = map._GetNode("_Doubled_K");
+    ASSERT_TRUE(constant.IsValid());
+    EXPECT_EQ(constant->GetValue(), 2);
+    EXPECT_EQ(constant->GetAccessMode(), RW);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Doubled"))->GetValue(), 10);
+    EXPECT_EQ(propertyOf(map, "_Doubled_K", "pDependent"), "Doubled");
+
+    NodeList_t nodes;
+    map._GetNodes(nodes);
+    std::vector<std::string> names;
+    for (INode* node : nodes)
+        names.push_back(node->GetName().c_str());
+    for (const char* implied : {"GainConverter_ConvertFrom", "GainConverter_ConvertTo", "_Doubled_K"})
+        EXPECT_NE(std::find(names.begin(), names.end(), implied), names.end()) << implied;
 }
 
 TEST(DescriptionRules, StructEntriesInheritEveryInvalidatorOfTheirRegister) {
