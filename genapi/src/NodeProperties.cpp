@@ -99,7 +99,8 @@ bool CNodeProperties::isFloatKind() const {
 }
 
 std::string CNodeProperties::textForm(const std::string& property, const std::string& value) const {
-    if (!isNumeric(property))
+    // A string's value is text, whatever it looks like.
+    if (!isNumeric(property) || (property == "Value" && m_Description.tag == "String"))
         return value;
     if (isFloatKind() && isOneOf(property, {"Value", "Min", "Max", "Inc"})) {
         double number = 0;
@@ -157,7 +158,8 @@ void CNodeProperties::addCommon() {
         set("Symbolic", m_Description.xmlName);
         setDefault("IsSelfClearing", "No");
         double numeric = 0;
-        if (!has("NumericValue") && textToFloat(m_Entries["Value"].value, numeric))
+        const auto value = m_Entries.find("Value");
+        if (!has("NumericValue") && value != m_Entries.end() && textToFloat(value->second.value, numeric))
             set("NumericValue", floatToText(numeric, fnAutomatic, -1));
     }
 }
@@ -188,7 +190,8 @@ void CNodeProperties::addKindDefaults() {
         setDefault("IsLinear", "No");
     if (isRegisterKind(tag))
         setDefault("Cachable", ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
-    if (isConverter(tag) && isOneOf(m_Entries["Slope"].value, {"", "Automatic"}))
+    // A converter always has a slope; one the description leaves automatic is worked out when asked for.
+    if (isConverter(tag) && (!has("Slope") || m_Entries["Slope"].value == "Automatic"))
         m_Entries["Slope"].deferred = [this] { return automaticSlope(); };
     if (isConverter(tag)) {
         set("pSwissKnifeFrom", m_Description.name + convertFromSuffix);

@@ -545,7 +545,8 @@ const char* const propertyNodes =
     <pInvalidator>GainReg</pInvalidator><pInvalidator>ModeReg</pInvalidator><Endianess>LittleEndian</Endianess>
     <StructEntry Name="Flag"><Bit>0</Bit></StructEntry>
   </StructReg>
-  <IntSwissKnife Name="Doubled"><pVariable Name="G">GainReg</pVariable><Constant Name="K">2</Constant><Formula>G*K</Formula></IntSwissKnife>)";
+  <IntSwissKnife Name="Doubled"><pVariable Name="G">GainReg</pVariable><Constant Name="K">2</Constant><Formula>G*K</Formula></IntSwissKnife>
+  <String Name="Label"><Value>0x12</Value></String>)";
 
 }  // namespace
 
@@ -579,6 +580,7 @@ TEST(PropertyRules, GenApiListsDerivedLinksDefaultsAndNumbersInDecimal) {
     EXPECT_EQ(propertyOf(map, "GainReg", "Representation"), "PureNumber");
     EXPECT_EQ(propertyOf(map, "GainReg", "NodeType"), "IntReg");
     EXPECT_EQ(propertyOf(map, "Offset", "Value"), "16");
+    EXPECT_EQ(propertyOf(map, "Label", "Value"), "0x12");
     EXPECT_EQ(propertyOf(map, "ModeReg", "LSB"), "1");
     EXPECT_EQ(propertyOf(map, "ModeReg", "MSB"), "1");
     EXPECT_EQ(propertyOf(map, "ModeReg", "Bit"), "<none>");
