@@ -1,4 +1,5 @@
-// Arbitrary text as a camera description: loaded, and when it loads, every node asked what a client asks.
+// Arbitrary text as a camera description: loaded, and when it loads, every node asked what a client asks,
+// its properties included.
 #include <GenApi/GenApi.h>
 #include <cstdint>
 
@@ -19,6 +20,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             if (GenApi::IValue* value = dynamic_cast<GenApi::IValue*>(node)) {
                 if (GenApi::IsReadable(node))
                     value->ToString();
+            }
+            GENICAM_NAMESPACE::gcstring_vector names;
+            node->GetPropertyNames(names);
+            for (size_t i = 0; i < names.size(); ++i) {
+                GENICAM_NAMESPACE::gcstring text, attribute;
+                node->GetProperty(names[i], text, attribute);
             }
         } catch (const GenICam::GenericException&) {
         }

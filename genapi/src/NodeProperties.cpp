@@ -9,6 +9,7 @@
 #include <GenApi/IFloat.h>
 #include <GenApi/IInteger.h>
 #include <algorithm>
+#include <set>
 
 using namespace GenApi;
 
@@ -215,7 +216,7 @@ void CNodeProperties::addLinks() {
             return joined(graph.dependentsOf(m_Description.name));
         };
     }
-    setList("pTerminal", terminalsOf(m_Description, 0));
+    setList("pTerminal", terminals());
     setList("pEnumEntry", m_Description.entries);
     std::vector<std::string> selecting;
     for (const CNodeBase* selector : map.selectorsOf(&m_Node))
@@ -248,27 +249,34 @@ std::string CNodeProperties::automaticSlope() const {
     }
 }
 
-// The registers (or constant-valued nodes) at the end of a node's value chain.
-std::vector<std::string> CNodeProperties::terminalsOf(const SNodeDescription& node, int depth) const {
-    if (isRegisterKind(node.tag) || node.tag == "EnumEntry")
-        return {node.name};
-    std::vector<std::string> terminals;
-    bool linked = false;
-    for (const SProperty& property : node.properties) {
-        if (!isOneOf(property.name, {"pValue", "pValueIndexed", "pValueDefault"}))
+// The registers (or nodes holding their own value) at the end of a node's value chain, each once, in the
+// order a walk along pValue, pValueIndexed and pValueDefault first reaches them.
+std::vector<std::string> CNodeProperties::terminals() const {
+    std::vector<std::string> found;
+    std::set<const SNodeDescription*> visited;
+    std::vector<const SNodeDescription*> pending{&m_Description};
+    while (!pending.empty()) {
+        const SNodeDescription& node = *pending.back();
+        pending.pop_back();
+        if (!visited.insert(&node).second)
             continue;
-        linked = true;
-        const SNodeDescription* target = m_Node.map().index().find(property.value);
-        if (!target || depth > 64)
+        if (isRegisterKind(node.tag) || node.tag == "EnumEntry") {
+            found.push_back(node.name);
             continue;
-        for (const std::string& terminal : terminalsOf(*target, depth + 1)) {
-            if (std::find(terminals.begin(), terminals.end(), terminal) == terminals.end())
-                terminals.push_back(terminal);
         }
+        std::vector<const SNodeDescription*> next;
+        for (const SProperty& property : node.properties) {
+            if (isOneOf(property.name, {"pValue", "pValueIndexed", "pValueDefault"})) {
+                if (const SNodeDescription* target = m_Node.map().index().find(property.value))
+                    next.push_back(target);
+            }
+        }
+        if (next.empty() && node.has("Value") && !isOneOf(node.tag, {"IntSwissKnife", "SwissKnife"}))
+            found.push_back(node.name);
+        // Depth first, in the order the links are written.
+        pending.insert(pending.end(), next.rbegin(), next.rend());
     }
-    if (!linked && node.has("Value") && !isOneOf(node.tag, {"IntSwissKnife", "SwissKnife"}))
-        terminals.push_back(node.name);
-    return terminals;
+    return found;
 }
 
 }  // namespace GenApiEngine

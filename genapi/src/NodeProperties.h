@@ -47,7 +47,7 @@ private:
     std::string textForm(const std::string& property, const std::string& value) const;
     bool isFloatKind() const;
     std::string automaticSlope() const;
-    std::vector<std::string> terminalsOf(const SNodeDescription& node, int depth) const;
+    std::vector<std::string> terminals() const;
 
     const CNodeBase& m_Node;
     const SNodeDescription& m_Description;
