@@ -1,8 +1,8 @@
 // The largest camera description beside the checkout (flir_blackfly_s_pge_19s4m.xml, about 1 MB) over a
 // memory port: loading and connecting it against the simulated camera's description, a write once every
 // node has been read (the state a GUI or the decoupler leaves a node map in) against a write on a fresh
-// map, and the collection's getAllParameter against GenApi's own walk over the same nodes. Skipped when
-// the description is absent.
+// map, the collection's getAllParameter against GenApi's own walk over the same nodes, and every node's
+// properties. Skipped when the description is absent.
 #include "MemoryDescriptions.h"
 #include <QSharedPointer>
 #include <SimulatedCamera.h>
@@ -145,8 +145,33 @@ void AllParameters(benchmark::State& state) {
                    (state.range(0) ? " parameters, again" : " parameters, first call"));
 }
 
+// Every property of every node, names and values, as a tool that shows a node's details asks for them;
+// RawFeatureWalk is the walk over the same nodes without them.
+void AllProperties(benchmark::State& state) {
+    if (!available(state))
+        return;
+    SLoaded loaded(fileText(largest));
+    size_t properties = 0;
+    for (auto _ : state) {
+        GenApi::NodeList_t nodes;
+        loaded.map._GetNodes(nodes);
+        properties = 0;
+        for (GenApi::INode* node : nodes) {
+            GENICAM_NAMESPACE::gcstring_vector names;
+            node->GetPropertyNames(names);
+            for (size_t i = 0; i < names.size(); ++i) {
+                GENICAM_NAMESPACE::gcstring value, attribute;
+                node->GetProperty(names[i], value, attribute);
+                ++properties;
+            }
+        }
+    }
+    state.SetLabel(std::to_string(properties) + " properties");
+}
+
 }  // namespace
 
+BENCHMARK(AllProperties)->Unit(benchmark::kMillisecond);
 BENCHMARK(RawFeatureWalk)->Unit(benchmark::kMillisecond);
 BENCHMARK(AllParameters)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadSimulatedCamera)->Unit(benchmark::kMillisecond);

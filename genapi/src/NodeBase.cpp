@@ -1,6 +1,5 @@
 // INode for every engine node: metadata from the description index, access through Aravis' evaluation.
 #include "NodeBase.h"
-#include "NodeProperties.h"
 #include "NodeMapImpl.h"
 #include "PortDevice.h"
 #include <GenApi/EnumClasses.h>
@@ -514,7 +513,7 @@ bool CNodeBase::IsStreamable() const {
 void CNodeBase::GetPropertyNames(gcstring_vector& PropertyNames) const {
     CMapEntry entry(m_Map);
     PropertyNames.clear();
-    for (const std::string& name : CNodeProperties(*this).names())
+    for (const std::string& name : m_Map.propertiesOf(*this).names())
         PropertyNames.push_back(name.c_str());
 }
 
@@ -523,7 +522,7 @@ bool CNodeBase::GetProperty(const gcstring& PropertyName, gcstring& ValueStr, gc
     CMapEntry entry(m_Map);
     std::string value;
     std::string attribute;
-    const bool found = CNodeProperties(*this).get(PropertyName.c_str(), value, attribute);
+    const bool found = m_Map.propertiesOf(*this).get(PropertyName.c_str(), value, attribute);
     ValueStr = value.c_str();
     AttributeStr = attribute.c_str();
     return found;

@@ -678,6 +678,12 @@ const CDependentGraph& CNodeMapImpl::dependentGraph() const {
     return *m_DependentGraph;
 }
 
+const CNodeProperties& CNodeMapImpl::propertiesOf(const CNodeBase& node) const {
+    if (!m_LastProperties || !m_LastProperties->describes(node))
+        m_LastProperties.reset(new CNodeProperties(node));
+    return *m_LastProperties;
+}
+
 gcstring CNodeMapImpl::GetDeviceName() {
     return m_DeviceName;
 }

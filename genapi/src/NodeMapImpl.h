@@ -8,6 +8,7 @@
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
 #include "DependentGraph.h"
+#include "NodeProperties.h"
 #include "PortRouting.h"
 #include "RegisterCache.h"
 #include "XmlIndex.h"
@@ -88,6 +89,9 @@ public:
     const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
     // The dependents GenApi lists in pDependent, worked out when first asked for; the map lock must be held.
     const CDependentGraph& dependentGraph() const;
+    // A node's properties; the list of the node asked last is kept, since a client asks for a node's names
+    // and then for each of them. The map lock must be held.
+    const CNodeProperties& propertiesOf(const CNodeBase& node) const;
     const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
 
     // Cached access modes are valid while they carry the current generation; a user port that reports
@@ -170,6 +174,7 @@ private:
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
     mutable std::unique_ptr<CDependentGraph> m_DependentGraph;
+    mutable std::unique_ptr<CNodeProperties> m_LastProperties;
     mutable uint64_t m_AccessGeneration = 1;
     mutable uint64_t m_ValueClock = 1;
     mutable uint64_t m_AllValuesInvalidAt = 1;

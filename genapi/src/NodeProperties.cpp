@@ -67,8 +67,11 @@ CNodeProperties::CNodeProperties(const CNodeBase& node) : m_Node(node), m_Descri
 
 std::vector<std::string> CNodeProperties::names() const {
     std::vector<std::string> list;
-    for (const auto& entry : m_Entries)
+    for (const auto& entry : m_Entries) {
+        if (!entry.second.listedWhenEmpty && entry.second.deferred && entry.second.deferred().empty())
+            continue;
         list.push_back(entry.first);
+    }
     return list;
 }
 
@@ -77,12 +80,21 @@ bool CNodeProperties::get(const std::string& name, std::string& value, std::stri
     if (found == m_Entries.end() || !found->second.defined)
         return false;
     value = found->second.deferred ? found->second.deferred() : found->second.value;
+    if (value.empty() && !found->second.listedWhenEmpty)
+        return false;
     attribute = found->second.attribute;
     return true;
 }
 
+void CNodeProperties::defer(const std::string& name, std::function<std::string()> work,
+                            bool listedWhenEmpty) {
+    SEntry& entry = m_Entries[name];
+    entry.deferred = std::move(work);
+    entry.listedWhenEmpty = listedWhenEmpty;
+}
+
 void CNodeProperties::set(const std::string& name, const std::string& value, const std::string& attribute) {
-    m_Entries[name] = SEntry{value, attribute, true, nullptr};
+    m_Entries[name] = SEntry{value, attribute, true, nullptr, true};
 }
 
 void CNodeProperties::setDefault(const std::string& name, const std::string& value) {
@@ -146,14 +158,15 @@ void CNodeProperties::addCommon() {
     set("NameSpace", m_Description.nameSpace);
     set("NodeType", m_Description.tag == "StructEntry" ? "MaskedIntReg" : m_Description.tag);
     if (entry)
-        m_Entries["DeviceName"] = SEntry{std::string(), std::string(), false, nullptr};
+        m_Entries["DeviceName"] = SEntry{std::string(), std::string(), false, nullptr, true};
     else
         set("DeviceName", m_Node.map().GetDeviceName().c_str());
     setDefault("ExposeStatic", "Yes");
     setDefault("IsDeprecated", "No");
     set("IsFeature", yesNo(m_Node.IsFeature()));
     setDefault("ImposedAccessMode", "RW");
-    set("Visibility", EVisibilityClass::ToString(m_Node.GetVisibility()).c_str());
+    defer("Visibility",
+          [this] { return std::string(EVisibilityClass::ToString(m_Node.GetVisibility()).c_str()); });
     setDefault("Streamable", "No");
     if (entry) {
         set("Symbolic", m_Description.xmlName);
@@ -190,10 +203,13 @@ void CNodeProperties::addKindDefaults() {
     if (tag == "Converter")
         setDefault("IsLinear", "No");
     if (isRegisterKind(tag))
-        setDefault("Cachable", ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
+        if (!has("Cachable"))
+            defer("Cachable", [this] {
+                return std::string(ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
+            });
     // A converter always has a slope; one the description leaves automatic is worked out when asked for.
     if (isConverter(tag) && (!has("Slope") || m_Entries["Slope"].value == "Automatic"))
-        m_Entries["Slope"].deferred = [this] { return automaticSlope(); };
+        defer("Slope", [this] { return automaticSlope(); });
     if (isConverter(tag)) {
         set("pSwissKnifeFrom", m_Description.name + convertFromSuffix);
         set("pSwissKnifeTo", m_Description.name + convertToSuffix);
@@ -211,12 +227,10 @@ void CNodeProperties::addKindDefaults() {
 void CNodeProperties::addLinks() {
     const CNodeMapImpl& map = m_Node.map();
     const CDependentGraph& graph = map.dependentGraph();
-    if (graph.hasDependents(m_Description.name)) {
-        m_Entries["pDependent"].deferred = [this, &graph] {
-            return joined(graph.dependentsOf(m_Description.name));
-        };
-    }
-    setList("pTerminal", terminals());
+    if (graph.hasDependents(m_Description.name))
+        defer("pDependent", [this, &graph] { return joined(graph.dependentsOf(m_Description.name)); });
+    defer(
+        "pTerminal", [this] { return joined(terminals()); }, false);
     setList("pEnumEntry", m_Description.entries);
     std::vector<std::string> selecting;
     for (const CNodeBase* selector : map.selectorsOf(&m_Node))
