@@ -63,9 +63,29 @@ TEST_F(SimulatedCameraTest, ThreadsShareOneNodeMapWithoutRacesOrDeadlocks) {
             floating("Gain")->SetValue((i % 24) * 1.0);
         }
     });
+    // Property lists, which the map keeps for the node asked last, asked by two threads for nodes in turn.
+    std::atomic<int> missingProperties{0};
+    const auto askProperties = [&](int shift) {
+        const char* const nodes[] = {"Width", "OffsetX", "WidthReg", "Gain", "PixelFormat"};
+        for (int i = 0; i < iterations; ++i) {
+            INode* asked = node(nodes[(i + shift) % 5]);
+            GenICam::gcstring_vector names;
+            asked->GetPropertyNames(names);
+            GenICam::gcstring value, attribute;
+            for (size_t n = 0; n < names.size(); ++n) {
+                if (!asked->GetProperty(names[n], value, attribute) && names[n] != "DeviceName")
+                    ++missingProperties;
+            }
+            if (!asked->GetProperty("Name", value, attribute) || value != asked->GetName())
+                ++missingProperties;
+        }
+    };
+    threads.emplace_back(askProperties, 0);
+    threads.emplace_back(askProperties, 2);
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(failures, 0);
+    EXPECT_EQ(missingProperties, 0);
     // Every Width write and every OffsetX write (which changes Width's maximum) fired Width's callbacks.
     EXPECT_GE(counter.inside(), 2 * iterations + 2);
     EXPECT_EQ(counter.inside(), counter.outside());
