@@ -131,6 +131,15 @@ bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
 
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
+    // A condition that is itself not there holds for nothing: its node is then not implemented or not
+    // available.
+    if (test != arv_gc_feature_node_is_locked) {
+        if (const CNodeBase* condition = pointee(property)) {
+            const EAccessMode access = condition->GetAccessMode();
+            if (access == NI || access == NA)
+                return false;
+        }
+    }
     int64_t value = 0;
     if (integerOfPointee(property, value))
         return value != 0;
@@ -151,6 +160,16 @@ EAccessMode CNodeBase::accessOfPointer(const char* property, EAccessMode fallbac
 EAccessMode CNodeBase::registerAccessMode() const {
     EAccessMode mode = RO;
     EAccessModeClass::FromString(m_Description.value("AccessMode").c_str(), &mode);
+    // A register whose address cannot be worked out, because a node it is computed from is not there, is
+    // not there either.
+    for (const SProperty& property : m_Description.properties) {
+        if (property.name != "pIndex" && property.name != "pAddress")
+            continue;
+        const CNodeBase* address = m_Map.node(property.value);
+        const EAccessMode addressAccess = address ? address->GetAccessMode() : RW;
+        if (addressAccess == NI || addressAccess == NA)
+            return addressAccess;
+    }
     return Combine(mode, accessOfPointer("pPort", NI));
 }
 

@@ -477,6 +477,28 @@ TEST(AccessRules, CategoriesAskTheirFeaturesFirstAndFailedEvaluationsAnswerRWOnc
     EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
 }
 
+// A node that is not there takes with it what needs it: a condition that is not implemented holds for
+// nothing, whatever its register reads, and a register whose index is not implemented is not either.
+TEST(AccessRules, ConditionsAndIndicesThatAreNotThereTakeTheirNodesWithThem) {
+    SWordMap words(
+        R"(<Integer Name="Zero"><Value>0</Value></Integer>
+  <Integer Name="Selector"><pIsImplemented>Zero</pIsImplemented><Value>0</Value></Integer>
+  <IntReg Name="Indexed"><Address>0x10</Address><pIndex Offset="4">Selector</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>
+  <MaskedIntReg Name="Gate"><pIsImplemented>Zero</pIsImplemented><Address>0x20</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Bit>0</Bit><Endianess>LittleEndian</Endianess></MaskedIntReg>
+  <MaskedIntReg Name="OpenGate"><Address>0x20</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Bit>0</Bit><Endianess>LittleEndian</Endianess></MaskedIntReg>
+  <Enumeration Name="Mode"><EnumEntry Name="Gated"><pIsImplemented>Gate</pIsImplemented><Value>0</Value></EnumEntry>
+    <EnumEntry Name="Open"><pIsImplemented>OpenGate</pIsImplemented><Value>1</Value></EnumEntry><pValue>ModeReg</pValue></Enumeration>)" +
+        intReg("ModeReg", 0x30));
+    CNodeMapRef& map = words.map;
+    words.port.words[0x20] = 1;
+    EXPECT_EQ(map._GetNode("Selector")->GetAccessMode(), NI);
+    EXPECT_EQ(map._GetNode("Indexed")->GetAccessMode(), NI);
+    EXPECT_EQ(map._GetNode("Gate")->GetAccessMode(), NI);
+    // The same bit read by a register that is there implements its entry.
+    EXPECT_EQ(map._GetNode("EnumEntry_Mode_Open")->GetAccessMode(), RO);
+    EXPECT_EQ(map._GetNode("EnumEntry_Mode_Gated")->GetAccessMode(), NI);
+}
+
 // Integers whose value the description writes as a number: one that nothing reads keeps its written value
 // through invalidations; one that a formula reads passes each write on to the formula.
 TEST(ValueRules, IntegersWithAValueKeepWhatIsWrittenAndPassItOn) {
