@@ -202,6 +202,10 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
         if (integerOfPointee(("p" + std::string(name)).c_str(), value) ||
             textToInteger(description().value(name), value))
             return value;
+        // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
+        // such an integer converter the widest limits.
+        if (description().tag == "IntConverter" && description().value("Slope") == "Varying")
+            return fallback;
         return limitOr<int64_t>(method, name, fallback,
                                 [&](GError** e) { return arvLimit(integer(method), e); });
     });

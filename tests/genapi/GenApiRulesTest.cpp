@@ -308,7 +308,9 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
   <Integer Name="Zero"><Value>0</Value></Integer>
   <Converter Name="Falling"><FormulaTo>100-FROM</FormulaTo><FormulaFrom>100-TO</FormulaFrom><pValue>Raw</pValue><Slope>Decreasing</Slope></Converter>
   <Converter Name="Guessed"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Raw</pValue></Converter>
-  <Converter Name="Broken"><pVariable Name="Z">Zero</pVariable><FormulaTo>FROM*Z</FormulaTo><FormulaFrom>TO/Z</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></Converter>)");
+  <Converter Name="Broken"><pVariable Name="Z">Zero</pVariable><FormulaTo>FROM*Z</FormulaTo><FormulaFrom>TO/Z</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></Converter>
+  <IntConverter Name="Twice"><FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></IntConverter>
+  <IntConverter Name="Folded"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO%4</FormulaFrom><pValue>Raw</pValue><Slope>Varying</Slope></IntConverter>)");
     CNodeMapRef& map = words.map;
     CFloatPtr falling(map._GetNode("Falling"));
     EXPECT_DOUBLE_EQ(falling->GetMin(), 90.0);
@@ -322,6 +324,14 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
         descriptionOf<GenICam::LogicalErrorException>([&] { CFloatPtr(map._GetNode("Broken"))->GetMin(); }),
         "Broken_ConvertFrom : Failed to evaluate formula 'TO/Z' : error message is '#Infinity somewhere!'");
     EXPECT_THROW(CFloatPtr(map._GetNode("Broken"))->GetMax(), GenICam::LogicalErrorException);
+    // An integer converter that rises and falls has the widest limits.
+    CIntegerPtr twice(map._GetNode("Twice"));
+    EXPECT_EQ(twice->GetMin(), 4);
+    EXPECT_EQ(twice->GetMax(), 20);
+    CIntegerPtr folded(map._GetNode("Folded"));
+    EXPECT_EQ(folded->GetMin(), INT64_MIN);
+    EXPECT_EQ(folded->GetMax(), INT64_MAX);
+    EXPECT_EQ(folded->GetValue(), 1);
 }
 
 // GenApi's integer parser stops at a decimal point, and a float division by zero is an infinity even when
