@@ -90,6 +90,13 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
                 return CFormulaEvaluation(*this, "Formula", Verify, IgnoreCache).asInteger("GetValue");
             CFormulaEvaluation::refuseFloatLiterals(*this, "Formula", "GetValue");
         }
+        // A plain pValue link is followed through the engine, so that GenApi's rules for the node it names
+        // (an integer converter's, say) hold all the way down.
+        const SNodeDescription& node = description();
+        if (node.tag == "Integer" && !node.has("pIndex") && !node.has("pValueIndexed")) {
+            if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
+                return source->GetValue(Verify, IgnoreCache);
+        }
         return arvCall("GetValue",
                        [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
     });
@@ -204,8 +211,12 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
             return value;
         // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
         // such an integer converter the widest limits.
-        if (description().tag == "IntConverter" && description().value("Slope") == "Varying")
-            return fallback;
+        if (description().tag == "IntConverter") {
+            if (description().value("Slope") == "Varying")
+                return fallback;
+            if (std::string(name) != "Inc")
+                CFormulaEvaluation::refuseFloatLiterals(*this, "FormulaFrom", method);
+        }
         return limitOr<int64_t>(method, name, fallback,
                                 [&](GError** e) { return arvLimit(integer(method), e); });
     });

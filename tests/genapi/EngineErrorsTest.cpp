@@ -85,11 +85,11 @@ TEST_F(SimulatedCameraTest, WrongInterfacesGiveInvalidPointersAndLogicalErrors) 
 
 TEST_F(SimulatedCameraTest, PortFailuresKeepTheirTypeAndNameTheNode) {
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
-    // The port's own description passes through; the full message names the node that read.
+    // The port's own description passes through; the full message names the register that read.
     std::string text = descriptionOf<GenICam::RuntimeException>([&] { integer("Width")->GetValue(); });
     EXPECT_EQ(text, "SimulatedCamera: transfer failed");
     text = descriptionOf<GenICam::RuntimeException>([&] { integer("Width")->GetValue(); }, true);
-    EXPECT_NE(text.find("in node 'Width' while calling 'Width.GetValue()'"), std::string::npos);
+    EXPECT_NE(text.find("in node 'WidthReg' while calling 'WidthReg.GetValue()'"), std::string::npos);
     EXPECT_THROW(floating("ExposureTime")->SetValue(100.0), GenICam::RuntimeException);
 
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::Timeout);
