@@ -115,6 +115,13 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
         m_OwnValue = Value;
     else if (!writeRegisterDirectly(Value))
         arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
+    // The same value goes to every pValueCopy, after pValue.
+    for (const SProperty& property : description().properties) {
+        if (property.name != "pValueCopy")
+            continue;
+        if (IInteger* copy = dynamic_cast<IInteger*>(map().node(property.value)))
+            copy->SetValue(Value, Verify);
+    }
     changed();
 }
 
@@ -209,6 +216,8 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
         if (integerOfPointee(("p" + std::string(name)).c_str(), value) ||
             textToInteger(description().value(name), value))
             return value;
+        if (description().has("pValueCopy") && std::string(name) != "Inc")
+            return sharedLimit(std::string(name) == "Min", fallback);
         // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
         // such an integer converter the widest limits.
         if (description().tag == "IntConverter") {
@@ -220,6 +229,24 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
         return limitOr<int64_t>(method, name, fallback,
                                 [&](GError** e) { return arvLimit(integer(method), e); });
     });
+}
+
+// A value written to pValue and to every pValueCopy must fit all of them: the limits are where their
+// ranges overlap.
+int64_t CIntegerNode::sharedLimit(bool minimum, int64_t fallback) const {
+    int64_t bound = fallback;
+    bool found = false;
+    for (const SProperty& property : description().properties) {
+        if (property.name != "pValue" && property.name != "pValueCopy")
+            continue;
+        IInteger* target = dynamic_cast<IInteger*>(map().node(property.value));
+        if (!target)
+            continue;
+        const int64_t limit = minimum ? target->GetMin() : target->GetMax();
+        bound = !found ? limit : (minimum ? std::max(bound, limit) : std::min(bound, limit));
+        found = true;
+    }
+    return bound;
 }
 
 int64_t CIntegerNode::GetMin() {

@@ -40,6 +40,7 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
+    int64_t sharedLimit(bool minimum, int64_t fallback) const;
     int64_t limit(SCachedValue<int64_t>& slot, const char* name, const char* method, int64_t fallback,
                   gint64 (*arvLimit)(ArvGcInteger*, GError**));
     // Writes an integer register, or the one a plain pValue names, straight to the device when its place

@@ -509,6 +509,22 @@ TEST(AccessRules, ConditionsAndIndicesThatAreNotThereTakeTheirNodesWithThem) {
     EXPECT_EQ(map._GetNode("EnumEntry_Mode_Gated")->GetAccessMode(), NI);
 }
 
+// A value written to pValue and to each pValueCopy must fit all of them: its limits are where their ranges
+// overlap.
+TEST(ValueRules, CopiedValuesTakeTheLimitsAllTheirTargetsShare) {
+    SWordMap words(intReg("Wide", 0) + intReg("Narrow", 8, "", 2) +
+                   R"(<Integer Name="Both"><pValue>Wide</pValue><pValueCopy>Narrow</pValueCopy></Integer>
+  <Integer Name="Alone"><pValue>Wide</pValue></Integer>)");
+    CIntegerPtr both(words.map._GetNode("Both"));
+    EXPECT_EQ(both->GetMin(), 0);
+    EXPECT_EQ(both->GetMax(), 65535);
+    EXPECT_EQ(CIntegerPtr(words.map._GetNode("Alone"))->GetMax(), 4294967295);
+    both->SetValue(300);
+    EXPECT_EQ(words.port.words[0], 300u);
+    EXPECT_EQ(words.port.words[8] & 0xFFFF, 300u);
+    EXPECT_THROW(both->SetValue(70000), GenICam::OutOfRangeException);
+}
+
 // Integers whose value the description writes as a number: one that nothing reads keeps its written value
 // through invalidations; one that a formula reads passes each write on to the formula.
 TEST(ValueRules, IntegersWithAValueKeepWhatIsWrittenAndPassItOn) {
