@@ -27,8 +27,8 @@ CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
             link(idOf(node.name + convertFromSuffix), self);
         }
         for (const SProperty& property : node.properties) {
-            if (property.name == "Constant" && node.tag == "IntSwissKnife")
-                link(idOf("_" + node.name + "_" + nameAttribute(property)), self);
+            if (property.name == "Constant")
+                link(idOf(constantNodeName(node, property)), self);
         }
     }
 }

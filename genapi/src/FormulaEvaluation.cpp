@@ -65,6 +65,12 @@ void CFormulaEvaluation::setVariables(const CNodeBase& node) {
         if (element.name == "pVariable") {
             setVariable(name, node.map().node(element.value));
         } else if (element.name == "Constant") {
+            // An integer formula's constant lives in a node of its own, which may have been written.
+            CNodeBase* constant = node.map().node(constantNodeName(node.description(), element));
+            if (dynamic_cast<IInteger*>(constant)) {
+                setVariable(name, constant);
+                continue;
+            }
             arv_evaluator_set_constant(m_Evaluator, name.c_str(), element.value.c_str());
             m_Values[name] = std::strtod(element.value.c_str(), nullptr);
         } else if (element.name == "Expression") {

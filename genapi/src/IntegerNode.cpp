@@ -85,8 +85,9 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
         if (description().tag == "IntConverter")
             return convertedValue(Verify, IgnoreCache);
         if (description().tag == "IntSwissKnife") {
-            // A formula node Aravis does not know (a converter's) is evaluated here.
-            if (!arvNode())
+            // A formula node Aravis does not know (a converter's), and one whose constants live in nodes
+            // that may be written, are evaluated here.
+            if (!arvNode() || description().has("Constant"))
                 return CFormulaEvaluation(*this, "Formula", Verify, IgnoreCache).asInteger("GetValue");
             CFormulaEvaluation::refuseFloatLiterals(*this, "Formula", "GetValue");
         }
@@ -131,8 +132,10 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
 bool CIntegerNode::holdsOwnValue() {
     if (m_HoldsOwnValue == _UndefinedYesNo) {
         const SNodeDescription& d = description();
+        // A node the description only implies has no twin in Aravis that could hold the value instead.
         const bool holds = d.tag == "Integer" && !d.has("pValue") && !d.has("pValueIndexed") &&
-                           map().dependents(this).empty() && textToInteger(d.value("Value"), m_OwnValue);
+                           (map().dependents(this).empty() || d.implied) &&
+                           textToInteger(d.value("Value"), m_OwnValue);
         m_HoldsOwnValue = holds ? Yes : No;
     }
     return m_HoldsOwnValue == Yes;

@@ -247,6 +247,13 @@ void CNodeMapImpl::linkNodes() {
             if (CNodeBase* entry = this->node(entryName))
                 link(node, entry);
         }
+        // An integer formula reads its constants from their nodes.
+        for (const SProperty& property : description.properties) {
+            if (property.name != "Constant")
+                continue;
+            if (CNodeBase* constant = this->node(constantNodeName(description, property)))
+                link(node, constant);
+        }
         if (isRegisterKind(description.tag) && description.has("Address") && !description.has("pAddress") &&
             !description.has("pIndex")) {
             registersByAddress[description.value("pPort") + "|" + description.value("Address")].push_back(

@@ -359,7 +359,7 @@ void CXmlIndex::addImpliedNodes(const std::unordered_map<std::string, uint32_t>&
             if (owner.properties[p].name != "Constant")
                 continue;
             SNodeDescription constant;
-            constant.name = "_" + owner.name + "_" + nameAttribute(owner.properties[p]);
+            constant.name = constantNodeName(owner, owner.properties[p]);
             constant.tag = "Integer";
             constant.nameSpace = "Custom";
             constant.properties.push_back(SProperty{"Value", owner.properties[p].value, std::string()});
@@ -376,6 +376,12 @@ void CXmlIndex::addImplied(SNodeDescription node) {
     node.implied = true;
     m_ByName[node.name] = m_Nodes.size();
     m_Nodes.push_back(std::move(node));
+}
+
+std::string constantNodeName(const SNodeDescription& formula, const SProperty& constant) {
+    if (formula.tag != "IntSwissKnife" || constant.name != "Constant")
+        return std::string();
+    return "_" + formula.name + "_" + nameAttribute(constant);
 }
 
 std::string nameAttribute(const SProperty& property) {

@@ -29,6 +29,10 @@ extern const char* const convertFromSuffix;
 bool isConverter(const std::string& tag);
 // The Name attribute of a pVariable, Constant or Expression element, or an empty string.
 std::string nameAttribute(const SProperty& property);
+struct SNodeDescription;
+// The node GenApi makes of a Constant of an integer formula, "_<formula>_<constant>", or an empty name for
+// a constant of another kind of node.
+std::string constantNodeName(const SNodeDescription& formula, const SProperty& constant);
 
 // One node of the description; enumeration entries get GenApi's "EnumEntry_<Enumeration>_<Entry>" names.
 struct SNodeDescription {

@@ -523,6 +523,14 @@ TEST(ValueRules, CopiedValuesTakeTheLimitsAllTheirTargetsShare) {
     EXPECT_EQ(words.port.words[0], 300u);
     EXPECT_EQ(words.port.words[8] & 0xFFFF, 300u);
     EXPECT_THROW(both->SetValue(70000), GenICam::OutOfRangeException);
+
+    SWordMap floats(
+        R"(<FloatReg Name="First"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></FloatReg>
+  <FloatReg Name="Second"><Address>4</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></FloatReg>
+  <Float Name="Shared"><pValue>First</pValue><pValueCopy>Second</pValueCopy></Float>)");
+    CFloatPtr(floats.map._GetNode("Shared"))->SetValue(2.5);
+    EXPECT_EQ(CFloatPtr(floats.map._GetNode("First"))->GetValue(), 2.5);
+    EXPECT_EQ(CFloatPtr(floats.map._GetNode("Second"))->GetValue(), 2.5);
 }
 
 // Integers whose value the description writes as a number: one that nothing reads keeps its written value
@@ -697,6 +705,9 @@ TEST(DescriptionRules, ConvertersAndConstantsImplyNodesOfTheirOwn) {
     EXPECT_EQ(constant->GetAccessMode(), RW);
     EXPECT_EQ(CIntegerPtr(map._GetNode("Doubled"))->GetValue(), 10);
     EXPECT_EQ(propertyOf(map, "_Doubled_K", "pDependent"), "Doubled");
+    // The formula reads its constant from the node, so a write to the node reaches the formula.
+    constant->SetValue(3);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Doubled"))->GetValue(), 15);
 
     NodeList_t nodes;
     map._GetNodes(nodes);
