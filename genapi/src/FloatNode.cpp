@@ -86,13 +86,7 @@ void CFloatNode::SetValue(double Value, bool Verify) {
               formatText("Value %f must be smaller than or equal %f.", Value, maximum));
     }
     arvCall("SetValue", [&](GError** e) { arv_gc_float_set_value(floating("SetValue"), Value, e); });
-    // The same value goes to every pValueCopy, after pValue.
-    for (const SProperty& property : description().properties) {
-        if (property.name != "pValueCopy")
-            continue;
-        if (IFloat* copy = dynamic_cast<IFloat*>(map().node(property.value)))
-            copy->SetValue(Value, Verify);
-    }
+    writeCopies<IFloat>(Value, Verify);
     changed();
 }
 

@@ -116,13 +116,7 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
         m_OwnValue = Value;
     else if (!writeRegisterDirectly(Value))
         arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
-    // The same value goes to every pValueCopy, after pValue.
-    for (const SProperty& property : description().properties) {
-        if (property.name != "pValueCopy")
-            continue;
-        if (IInteger* copy = dynamic_cast<IInteger*>(map().node(property.value)))
-            copy->SetValue(Value, Verify);
-    }
+    writeCopies<IInteger>(Value, Verify);
     changed();
 }
 
@@ -215,18 +209,19 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
 int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const char* method,
                             int64_t fallback, gint64 (*arvLimit)(ArvGcInteger*, GError**)) {
     return cachedLimit(slot, name, [&] {
+        const std::string limitName(name);
         int64_t value = 0;
-        if (integerOfPointee(("p" + std::string(name)).c_str(), value) ||
-            textToInteger(description().value(name), value))
+        if (integerOfPointee(("p" + limitName).c_str(), value) ||
+            textToInteger(description().value(limitName), value))
             return value;
-        if (description().has("pValueCopy") && std::string(name) != "Inc")
-            return sharedLimit(std::string(name) == "Min", fallback);
+        if (description().has("pValueCopy") && limitName != "Inc")
+            return sharedLimit(limitName == "Min", fallback);
         // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
         // such an integer converter the widest limits.
         if (description().tag == "IntConverter") {
             if (description().value("Slope") == "Varying")
                 return fallback;
-            if (std::string(name) != "Inc")
+            if (limitName != "Inc")
                 CFormulaEvaluation::refuseFloatLiterals(*this, "FormulaFrom", method);
         }
         return limitOr<int64_t>(method, name, fallback,

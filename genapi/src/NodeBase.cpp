@@ -7,6 +7,7 @@
 #include <GenApi/IValue.h>
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <cstdlib>
 #include <map>
 #include <cstdlib>
@@ -133,7 +134,7 @@ bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatur
                               const char* method) const {
     // A condition that is itself not there holds for nothing: its node is then not implemented or not
     // available.
-    if (test != arv_gc_feature_node_is_locked) {
+    if (std::strcmp(property, "pIsLocked") != 0) {
         if (const CNodeBase* condition = pointee(property)) {
             const EAccessMode access = condition->GetAccessMode();
             if (access == NI || access == NA)

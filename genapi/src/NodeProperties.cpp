@@ -178,49 +178,48 @@ void CNodeProperties::addCommon() {
     }
 }
 
+namespace {
+
+// The values GenApi gives a property the description leaves out, by the kinds of node that have it.
+struct SKindDefault {
+    std::initializer_list<const char*> kinds;
+    const char* property;
+    const char* value;
+};
+
+const SKindDefault kindDefaults[] = {
+    {{"IntReg", "MaskedIntReg", "StructEntry", "FloatReg", "StringReg", "Register"}, "AccessMode", "RO"},
+    {{"IntReg", "MaskedIntReg", "StructEntry"}, "Sign", "Unsigned"},
+    {{"IntReg", "MaskedIntReg", "StructEntry", "IntSwissKnife"}, "Representation", "PureNumber"},
+    {{"IntReg", "MaskedIntReg", "StructEntry", "FloatReg"}, "Endianess", "LittleEndian"},
+    {{"IntSwissKnife", "SwissKnife"}, "InputDirection", "None"},
+    {{"SwissKnife", "FloatReg"}, "DisplayNotation", "Automatic"},
+    {{"SwissKnife", "FloatReg", "Float", "Converter"}, "DisplayPrecision", "-1"},
+    {{"Converter"}, "IsLinear", "No"},
+    {{"Boolean"}, "OnValue", "1"},
+    {{"Boolean"}, "OffValue", "0"},
+    {{"Port"}, "CacheChunkData", "No"},
+    {{"Port"}, "SwapEndianess", "No"},
+};
+
+}  // namespace
+
 void CNodeProperties::addKindDefaults() {
     const std::string& tag = m_Description.tag;
-    if (isRegisterKind(tag))
-        setDefault("AccessMode", "RO");
-    if (isOneOf(tag, {"IntReg", "MaskedIntReg", "StructEntry"})) {
-        setDefault("Sign", "Unsigned");
-        setDefault("Representation", "PureNumber");
+    for (const SKindDefault& entry : kindDefaults) {
+        if (isOneOf(tag, entry.kinds))
+            setDefault(entry.property, entry.value);
     }
-    if (isOneOf(tag, {"IntReg", "MaskedIntReg", "StructEntry", "FloatReg"}))
-        setDefault("Endianess", "LittleEndian");
-    if (tag == "IntSwissKnife") {
-        setDefault("Representation", "PureNumber");
-        setDefault("InputDirection", "None");
+    if (isRegisterKind(tag) && !has("Cachable")) {
+        defer("Cachable",
+              [this] { return std::string(ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str()); });
     }
-    if (isOneOf(tag, {"SwissKnife", "FloatReg"})) {
-        setDefault("DisplayNotation", "Automatic");
-        setDefault("DisplayPrecision", "-1");
-    }
-    if (tag == "SwissKnife")
-        setDefault("InputDirection", "None");
-    if (isOneOf(tag, {"Float", "Converter"}))
-        setDefault("DisplayPrecision", "-1");
-    if (tag == "Converter")
-        setDefault("IsLinear", "No");
-    if (isRegisterKind(tag))
-        if (!has("Cachable"))
-            defer("Cachable", [this] {
-                return std::string(ECachingModeClass::ToString(m_Node.GetCachingMode()).c_str());
-            });
-    // A converter always has a slope; one the description leaves automatic is worked out when asked for.
-    if (isConverter(tag) && (!has("Slope") || m_Entries["Slope"].value == "Automatic"))
-        defer("Slope", [this] { return automaticSlope(); });
     if (isConverter(tag)) {
+        // A converter always has a slope; one the description leaves automatic is worked out when asked.
+        if (!has("Slope") || m_Entries["Slope"].value == "Automatic")
+            defer("Slope", [this] { return automaticSlope(); });
         set("pSwissKnifeFrom", m_Description.name + convertFromSuffix);
         set("pSwissKnifeTo", m_Description.name + convertToSuffix);
-    }
-    if (tag == "Boolean") {
-        setDefault("OnValue", "1");
-        setDefault("OffValue", "0");
-    }
-    if (tag == "Port") {
-        setDefault("CacheChunkData", "No");
-        setDefault("SwapEndianess", "No");
     }
 }
 

@@ -60,4 +60,8 @@ std::string CValueNode::describe(int64_t value) {
     return text;
 }
 
+CNodeBase* CValueNode::pointeeNamed(const std::string& name) const {
+    return map().node(name);
+}
+
 }  // namespace GenApiEngine

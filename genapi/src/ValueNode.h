@@ -48,8 +48,19 @@ protected:
         return keptValue(slot, slot.keeps == GenApi::Yes, false, compute);
     }
     bool keepsValue() const;
+    // Writes a value just written to pValue to every pValueCopy as well, through their own interface I.
+    template <typename I, typename T>
+    void writeCopies(T value, bool verify) {
+        for (const SProperty& property : description().properties) {
+            if (property.name != "pValueCopy")
+                continue;
+            if (I* copy = dynamic_cast<I*>(pointeeNamed(property.value)))
+                copy->SetValue(value, verify);
+        }
+    }
 
 private:
+    CNodeBase* pointeeNamed(const std::string& name) const;
     bool limitKeepsValue(const char* limit) const;
     template <typename T, typename Compute>
     T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
