@@ -221,7 +221,7 @@ CXmlIndex::CXmlIndex(const std::string& xml, bool keepDocument) {
                 attributeOf(root, reinterpret_cast<const char*>(attribute->name));
         }
         indexChildren(root);
-        rankMentions(root);
+        addImpliedNodes(rankMentions(root));
     }
     if (keepDocument)
         m_Document = document;
@@ -318,55 +318,64 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
     }
 }
 
-void CXmlIndex::rankMentions(void* root) {
+std::unordered_map<std::string, uint32_t> CXmlIndex::rankMentions(void* root) {
     std::unordered_map<std::string, uint32_t> ranks;
     mentionWithin(static_cast<xmlNode*>(root), std::string(), ranks);
     for (SNodeDescription& node : m_Nodes)
         node.rank = ranks[node.name];
-    addImpliedNodes(ranks);
+    return ranks;
 }
 
-// GenApi makes nodes a description only implies: each converter gets two formula nodes, one evaluating
-// FormulaTo over FROM and one FormulaFrom over TO, each with the converter's variables; each constant of
-// an integer formula becomes an integer node "_<formula>_<constant>".
+namespace {
+
+// A converter's formula node: FormulaTo over FROM, or FormulaFrom over TO, with the converter's variables.
+SNodeDescription formulaNodeOf(const SNodeDescription& converter, bool to,
+                               const std::unordered_map<std::string, uint32_t>& ranks) {
+    SNodeDescription formula;
+    formula.name = converter.name + (to ? convertToSuffix : convertFromSuffix);
+    formula.tag = converter.tag == "IntConverter" ? "IntSwissKnife" : "SwissKnife";
+    formula.nameSpace = "Custom";
+    for (const SProperty& property : converter.properties) {
+        if (property.name == "pVariable" || property.name == "Constant" || property.name == "Expression")
+            formula.properties.push_back(property);
+    }
+    formula.properties.push_back(
+        SProperty{"Formula", converter.value(to ? "FormulaTo" : "FormulaFrom"), std::string()});
+    formula.properties.push_back(SProperty{"InputDirection", to ? "To" : "From", std::string()});
+    const auto rank = ranks.find(formula.name);
+    formula.rank = rank == ranks.end() ? converter.rank : rank->second;
+    return formula;
+}
+
+// The integer node holding a constant of an integer formula.
+SNodeDescription constantNodeOf(const SNodeDescription& formula, const SProperty& constant) {
+    SNodeDescription node;
+    node.name = constantNodeName(formula, constant);
+    node.tag = "Integer";
+    node.nameSpace = "Custom";
+    node.properties.push_back(SProperty{"Value", constant.value, std::string()});
+    node.rank = formula.rank;
+    return node;
+}
+
+}  // namespace
+
+// GenApi makes nodes a description only implies: each converter gets two formula nodes, and each constant
+// of an integer formula becomes an integer node "_<formula>_<constant>".
 void CXmlIndex::addImpliedNodes(const std::unordered_map<std::string, uint32_t>& ranks) {
-    const size_t described = m_Nodes.size();
-    for (size_t i = 0; i < described; ++i) {
-        if (isConverter(m_Nodes[i].tag)) {
-            for (const bool to : {true, false}) {
-                const SNodeDescription& converter = m_Nodes[i];
-                SNodeDescription formula;
-                formula.name = converter.name + (to ? convertToSuffix : convertFromSuffix);
-                formula.tag = converter.tag == "IntConverter" ? "IntSwissKnife" : "SwissKnife";
-                formula.nameSpace = "Custom";
-                for (const SProperty& property : converter.properties) {
-                    if (property.name == "pVariable" || property.name == "Constant" ||
-                        property.name == "Expression")
-                        formula.properties.push_back(property);
-                }
-                formula.properties.push_back(
-                    SProperty{"Formula", converter.value(to ? "FormulaTo" : "FormulaFrom"), std::string()});
-                formula.properties.push_back(SProperty{"InputDirection", to ? "To" : "From", std::string()});
-                const auto rank = ranks.find(formula.name);
-                formula.rank = rank == ranks.end() ? converter.rank : rank->second;
-                addImplied(std::move(formula));
-            }
+    std::vector<SNodeDescription> implied;
+    for (const SNodeDescription& node : m_Nodes) {
+        if (isConverter(node.tag)) {
+            implied.push_back(formulaNodeOf(node, true, ranks));
+            implied.push_back(formulaNodeOf(node, false, ranks));
         }
-        if (m_Nodes[i].tag != "IntSwissKnife")
-            continue;
-        for (size_t p = 0; p < m_Nodes[i].properties.size(); ++p) {
-            const SNodeDescription& owner = m_Nodes[i];
-            if (owner.properties[p].name != "Constant")
-                continue;
-            SNodeDescription constant;
-            constant.name = constantNodeName(owner, owner.properties[p]);
-            constant.tag = "Integer";
-            constant.nameSpace = "Custom";
-            constant.properties.push_back(SProperty{"Value", owner.properties[p].value, std::string()});
-            constant.rank = owner.rank;
-            addImplied(std::move(constant));
+        for (const SProperty& property : node.properties) {
+            if (!constantNodeName(node, property).empty())
+                implied.push_back(constantNodeOf(node, property));
         }
     }
+    for (SNodeDescription& node : implied)
+        addImplied(std::move(node));
 }
 
 void CXmlIndex::addImplied(SNodeDescription node) {

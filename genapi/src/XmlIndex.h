@@ -77,7 +77,8 @@ private:
     void indexChildren(void* element);
     void indexStructReg(void* element);
     void indexNode(void* element, const std::string& parent, const std::vector<SProperty>& inherited);
-    void rankMentions(void* root);
+    // Numbers every node as GenApi does (see SNodeDescription::rank); the numbers of all names mentioned.
+    std::unordered_map<std::string, uint32_t> rankMentions(void* root);
     void addImpliedNodes(const std::unordered_map<std::string, uint32_t>& ranks);
     void addImplied(SNodeDescription node);
 
