@@ -11,6 +11,8 @@ CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
     for (uint32_t self = 0; self < nodes.size(); ++self) {
         const SNodeDescription& node = nodes[self];
         for (const SProperty& property : node.properties) {
+            if (property.name == "Constant")
+                link(idOf(constantNodeName(node, property)), self);
             if (property.name.empty() || property.name[0] != 'p')
                 continue;
             const uint32_t target = idOf(property.value);
@@ -21,14 +23,10 @@ CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
         }
         for (const std::string& entry : node.entries)
             link(idOf(entry), self);
-        // What the description only implies: a converter's formula nodes, a formula's constants.
+        // A converter depends on the formula nodes the description implies for it.
         if (isConverter(node.tag)) {
             link(idOf(node.name + convertToSuffix), self);
             link(idOf(node.name + convertFromSuffix), self);
-        }
-        for (const SProperty& property : node.properties) {
-            if (property.name == "Constant")
-                link(idOf(constantNodeName(node, property)), self);
         }
     }
 }

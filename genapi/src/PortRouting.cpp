@@ -123,16 +123,6 @@ SPortRouting routePorts(const CXmlIndex& index) {
     return routing;
 }
 
-std::string tagPortAddresses(const std::string& xml, const SPortRouting& routing) {
-    if (!routing.tagged())
-        return xml;
-    std::unique_ptr<xmlDoc, void (*)(xmlDocPtr)> document(
-        xmlReadMemory(xml.data(), static_cast<int>(xml.size()), "description.xml", nullptr,
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE),
-        xmlFreeDoc);
-    return tagPortAddresses(document.get(), routing);
-}
-
 std::string tagPortAddresses(xmlDoc* document, const SPortRouting& routing) {
     if (!document || !xmlDocGetRootElement(document))
         throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");

@@ -29,10 +29,9 @@ struct SPortRouting {
 // would not fit above its addresses.
 SPortRouting routePorts(const CXmlIndex& index);
 
-// The description as Aravis should see it: registers of tagged ports carry their tag as an extra Address,
-// and tagged ports lose their ChunkID and EventID, so that their transfers reach the device.
-std::string tagPortAddresses(const std::string& xml, const SPortRouting& routing);
-// The same, rewriting a description already parsed (the document is changed).
+// The description as Aravis should see it, from the parsed document (which it changes): registers of tagged
+// ports carry their tag as an extra Address, and tagged ports lose their ChunkID and EventID, so that their
+// transfers reach the device.
 std::string tagPortAddresses(_xmlDoc* document, const SPortRouting& routing);
 
 }  // namespace GenApiEngine
