@@ -80,23 +80,22 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     raiseIfFormulaUnsupported("GetValue");
     dropCacheIf(IgnoreCache);
     const int64_t value = cachedValue(m_Value, IgnoreCache || Verify, [&] {
-        if (holdsOwnValue())
-            return m_OwnValue;
-        if (description().tag == "IntConverter")
-            return convertedValue(Verify, IgnoreCache);
-        if (description().tag == "IntSwissKnife") {
-            // A formula node Aravis does not know (a converter's), and one whose constants live in nodes
-            // that may be written, are evaluated here.
-            if (!arvNode() || description().has("Constant"))
+        switch (source()) {
+            case ESource::Own:
+                return m_OwnValue;
+            case ESource::Converter:
+                return convertedValue(Verify, IgnoreCache);
+            case ESource::Formula:
                 return CFormulaEvaluation(*this, "Formula", Verify, IgnoreCache).asInteger("GetValue");
-            CFormulaEvaluation::refuseFloatLiterals(*this, "Formula", "GetValue");
-        }
-        // A plain pValue link is followed through the engine, so that GenApi's rules for the node it names
-        // (an integer converter's, say) hold all the way down.
-        const SNodeDescription& node = description();
-        if (node.tag == "Integer" && !node.has("pIndex") && !node.has("pValueIndexed")) {
-            if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
-                return source->GetValue(Verify, IgnoreCache);
+            case ESource::Pointee:
+                if (IInteger* linked = dynamic_cast<IInteger*>(pointee("pValue")))
+                    return linked->GetValue(Verify, IgnoreCache);
+                break;
+            case ESource::AravisFormula:
+                CFormulaEvaluation::refuseFloatLiterals(*this, "Formula", "GetValue");
+                break;
+            default:
+                break;
         }
         return arvCall("GetValue",
                        [&](GError** e) { return arv_gc_integer_get_value(integer("GetValue"), e); });
@@ -122,17 +121,27 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
 
 // An integer whose value the description writes as a number, with no pointer to take it from and no node
 // that points to it, holds that value here: Aravis never reads or writes it then, and reading it through
-// Aravis would keep a text buffer per node.
-bool CIntegerNode::holdsOwnValue() {
-    if (m_HoldsOwnValue == _UndefinedYesNo) {
-        const SNodeDescription& d = description();
-        // A node the description only implies has no twin in Aravis that could hold the value instead.
-        const bool holds = d.tag == "Integer" && !d.has("pValue") && !d.has("pValueIndexed") &&
-                           (map().dependents(this).empty() || d.implied) &&
-                           textToInteger(d.value("Value"), m_OwnValue);
-        m_HoldsOwnValue = holds ? Yes : No;
-    }
-    return m_HoldsOwnValue == Yes;
+// Aravis would keep a text buffer per node. A node the description only implies has no twin in Aravis
+// that could hold the value instead. An integer converter, and a formula Aravis does not know (a
+// converter's) or whose constants live in nodes that may be written, are evaluated here; a plain pValue
+// link is followed through the engine, so that GenApi's rules for the node it names hold all the way down.
+CIntegerNode::ESource CIntegerNode::source() {
+    if (m_Source != ESource::Unknown)
+        return m_Source;
+    const SNodeDescription& d = description();
+    const bool plainInteger = d.tag == "Integer" && !d.has("pValueIndexed");
+    if (plainInteger && !d.has("pValue") && (map().dependents(this).empty() || d.implied) &&
+        textToInteger(d.value("Value"), m_OwnValue))
+        m_Source = ESource::Own;
+    else if (d.tag == "IntConverter")
+        m_Source = ESource::Converter;
+    else if (d.tag == "IntSwissKnife")
+        m_Source = !arvNode() || d.has("Constant") ? ESource::Formula : ESource::AravisFormula;
+    else if (plainInteger && !d.has("pIndex") && d.has("pValue"))
+        m_Source = ESource::Pointee;
+    else
+        m_Source = ESource::Aravis;
+    return m_Source;
 }
 
 // Places with a computed offset or length, or an address formula, are left to Aravis.

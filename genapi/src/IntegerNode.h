@@ -68,8 +68,11 @@ private:
     SCachedValue<int64_t> m_Max;
     SCachedValue<int64_t> m_Inc;
     mutable SRegisterPlace m_Place;
-    bool holdsOwnValue();
-    GenApi::EYesNo m_HoldsOwnValue = GenApi::_UndefinedYesNo;
+    // Where a read takes the value from, worked out once from the description.
+    enum class ESource : uint8_t { Unknown, Own, Converter, Formula, AravisFormula, Pointee, Aravis };
+    ESource source();
+    bool holdsOwnValue() { return source() == ESource::Own; }
+    ESource m_Source = ESource::Unknown;
     int64_t m_OwnValue = 0;
     mutable std::vector<int64_t> m_ValidValues;
     mutable bool m_ValidValuesKnown = false;
