@@ -1,5 +1,6 @@
 // A megabyte written to and read back from a file of the simulated camera: through a file parameter of
 // the collection, against GenApi's device file streams in the same run.
+#include <GenApi/GenApi.h>
 #include <GenApi/Filestream.h>
 #include <SimulatedDevice.h>
 #include <benchmark/benchmark.h>

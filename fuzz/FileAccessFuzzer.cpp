@@ -1,7 +1,7 @@
 // The device side of file access fuzzed: a port that serves the simulated camera's registers but answers
 // the file operation's status, result and buffer with fuzzed bytes, under a file parameter and streams.
-#include <GenApi/Filestream.h>
 #include <GenApi/GenApi.h>
+#include <GenApi/Filestream.h>
 #include <SimulatedCamera.h>
 #include <SimulatedCameraRegisters.h>
 #include <cstdint>

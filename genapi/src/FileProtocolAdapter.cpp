@@ -1,7 +1,7 @@
 // The SFNC file-access protocol: select the file, set offset and length, choose the operation, execute,
 // wait until done, check the status, and move the data through FileAccessBuffer.
-#include <GenApi/Filestream.h>
 #include <GenApi/GenApi.h>
+#include <GenApi/Filestream.h>
 #include <chrono>
 #include <thread>
 #include <vector>
@@ -43,21 +43,13 @@ public:
                m_Result.IsValid();
     }
 
-    // Selects the file; false when it is no available entry of FileSelector.
-    bool select(const char* name) {
-        IEnumEntry* entry = m_Selector->GetEntryByName(name);
-        if (!entry || !IsAvailable(entry))
-            return false;
-        m_Selector->SetIntValue(entry->GetValue());
-        return true;
-    }
+    // Selects the file as GenApi does, by its text: a name FileSelector does not list raises
+    // InvalidArgumentException, an entry that is not available AccessException.
+    void select(const char* name) { m_Selector->FromString(name); }
 
     // Runs the chosen operation to its end; true when the device reports success.
     bool run(const char* operation) {
-        IEnumEntry* entry = m_Operation->GetEntryByName(operation);
-        if (!entry || !IsAvailable(entry))
-            return false;
-        m_Operation->SetIntValue(entry->GetValue());
+        m_Operation->FromString(operation);
         m_Execute->Execute();
         waitUntilDone();
         return m_Status->ToString() == "Success";
@@ -74,19 +66,14 @@ public:
     }
 
     bool open(const char* name, std::ios_base::openmode mode) {
-        if (!select(name))
-            return false;
-        IEnumEntry* entry = m_OpenMode->GetEntryByName(openModeText(mode));
-        if (!entry || !IsAvailable(entry))
-            return false;
-        m_OpenMode->SetIntValue(entry->GetValue());
+        select(name);
+        m_OpenMode->FromString(openModeText(mode));
         return run("Open");
     }
 
     // One chunk of at most the buffer's length; the count the device reports, or -1 on failure.
     GenICam_streamsize transfer(char* data, int64_t offset, int64_t length, const char* name, bool reading) {
-        if (!select(name))
-            return -1;
+        select(name);
         const int64_t capacity = m_Buffer->GetLength();
         const int64_t chunk = std::min(length, capacity);
         if (reading && m_Size.IsValid() && IsReadable(m_Size) && offset >= m_Size->GetValue())
@@ -137,7 +124,8 @@ bool FileProtocolAdapter::openFile(const char* pFileName, std::ios_base::openmod
 }
 
 bool FileProtocolAdapter::closeFile(const char* pFileName) {
-    return m_pImpl->select(pFileName) && m_pImpl->run("Close");
+    m_pImpl->select(pFileName);
+    return m_pImpl->run("Close");
 }
 
 GenICam_streamsize FileProtocolAdapter::write(const char* buf, int64_t offs, int64_t len,
@@ -169,11 +157,13 @@ GenICam_streamsize FileProtocolAdapter::read(char* buf, int64_t offs, GenICam_st
 }
 
 int64_t FileProtocolAdapter::getBufSize(const char* pFileName, std::ios_base::openmode) {
-    return m_pImpl->select(pFileName) ? m_pImpl->bufferSize() : 0;
+    m_pImpl->select(pFileName);
+    return m_pImpl->bufferSize();
 }
 
 bool FileProtocolAdapter::deleteFile(const char* pFileName) {
-    return m_pImpl->select(pFileName) && m_pImpl->run("Delete");
+    m_pImpl->select(pFileName);
+    return m_pImpl->run("Delete");
 }
 
 void FileProtocolAdapter::WaitUntilFileOperationExecuteDone(bool) {

@@ -1,5 +1,6 @@
 // Device files of the simulated camera through GenApi's file protocol adapter and device file streams.
 #include "SimulatedCameraFixture.h"
+#include <GenApi/GenApi.h>
 #include <GenApi/Filestream.h>
 #include <iterator>
 #include <string>
@@ -47,14 +48,18 @@ TEST_F(SimulatedCameraTest, DeviceFilesWrittenAndReadThroughStreams) {
 }
 
 TEST_F(SimulatedCameraTest, DeviceFilesRefuseWhatTheDeviceRefuses) {
-    // Not an entry, an entry that is not available, a map without file access.
-    IDevFileStream unknown(map(), "NoSuchFile");
-    EXPECT_FALSE(unknown.is_open());
-    EXPECT_TRUE(unknown.fail());
-    ODevFileStream firmware(map(), "Firmware");
-    EXPECT_FALSE(firmware.is_open());
+    // As GenApi's adapter selects the file by its text, a name FileSelector does not list is an invalid
+    // argument and an entry that is not available an access error, for the adapter and for a stream
+    // (which frees its adapter and passes the error on). A map without file access cannot be attached.
     FileProtocolAdapter adapter;
     EXPECT_FALSE(adapter.attach(nullptr));
+    ASSERT_TRUE(adapter.attach(map()));
+    EXPECT_THROW(adapter.openFile("NoSuchFile", std::ios_base::in), GenICam::InvalidArgumentException);
+    EXPECT_THROW(adapter.openFile("Firmware", std::ios_base::in), GenICam::AccessException);
+    EXPECT_THROW(adapter.getBufSize("NoSuchFile", std::ios_base::in), GenICam::InvalidArgumentException);
+    EXPECT_THROW(IDevFileStream(map(), "NoSuchFile"), GenICam::InvalidArgumentException);
+    EXPECT_THROW(ODevFileStream(map(), "Firmware"), GenICam::AccessException);
+    EXPECT_FALSE(IDevFileStream(nullptr, "UserSet1").is_open());
 
     // A transfer the device aborts: the stream goes bad instead of hanging, and the file works again after.
     camera().setFileContent(SimCamera::CSimulatedFiles::DeviceLog, std::string(600, 'L'));

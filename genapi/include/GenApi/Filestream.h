@@ -1,12 +1,13 @@
 // Device files through the SFNC file-access features: a protocol adapter and std stream buffers and
-// streams over it.
+// streams over it. Like GenApi's own header it is not self-contained: it needs GenApi/GenApi.h first.
 #ifndef GENAPI_FILESTREAM_H
 #define GENAPI_FILESTREAM_H
 
-#include <Base/GCTypes.h>
+#include <iosfwd>
 #include <Base/GCUtilities.h>
-#include <GenApi/GenApiDll.h>
-#include <GenApi/INodeMap.h>
+#include <GenICamFwd.h>
+#include <unistd.h>
+#include <Base/GCLinkage.h>
 #include <algorithm>
 #include <cstring>
 #include <ios>

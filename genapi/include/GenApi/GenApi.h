@@ -29,6 +29,7 @@
 #include <GenApi/IDeviceInfo.h>
 #include <GenApi/NodeMapRef.h>
 #include <GenApi/NodeCallback.h>
+#include <GenApi/Persistence.h>
 #include <GenApi/StructPort.h>
 
 #endif

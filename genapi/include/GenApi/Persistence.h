@@ -3,12 +3,9 @@
 #ifndef GENAPI_PERSISTENCE_H
 #define GENAPI_PERSISTENCE_H
 
-#include <Base/GCStringVector.h>
-#include <GenApi/GenApiDll.h>
-#include <GenApi/INodeMap.h>
-#include <GenApi/ISelector.h>
-#include <GenApi/IValue.h>
 #include <GenApi/Types.h>
+#include <GenApi/Pointer.h>
+#include <GenApi/GenApiDll.h>
 #include <istream>
 #include <ostream>
 #include <string>
