@@ -4,8 +4,8 @@
 #include "ScopedObjectStateLock.h"
 #include "internal/GenICamExceptionTranslation.h"
 #include "internal/VisibilityText.h"
-#include <GenApi/EnumClasses.h>
 #include <GenApi/GenApi.h>
+#include <GenApi/EnumClasses.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -7,7 +7,7 @@
 #include "ParameterCollectionExport.h"
 #include <QSharedPointer>
 
-#include <GenApi/INode.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 

@@ -5,7 +5,7 @@
 #include "IParameterCollection.h"
 #include "ObjectState.h"
 #include "ParameterCollectionExport.h"
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 

@@ -1,7 +1,7 @@
 // Register space and device behaviour of the simulated camera: commands, temperatures and file access.
 #include "SimulatedCamera.h"
 #include "SimulatedCameraRegisters.h"
-#include <Base/GCException.h>
+#include <GenApi/GenApi.h>
 #include <cstring>
 
 namespace SimCamera {

@@ -2,6 +2,7 @@
 #ifndef SIMCAMERA_SIMULATEDCAMERA_H
 #define SIMCAMERA_SIMULATEDCAMERA_H
 
+#include <GenApi/GenApi.h>
 #include <GenApi/PortImpl.h>
 #include "SimulatedFiles.h"
 #include <atomic>

@@ -2,7 +2,7 @@
 #ifndef SIMCAMERA_SIMULATEDDEVICE_H
 #define SIMCAMERA_SIMULATEDDEVICE_H
 
-#include <GenApi/NodeMapRef.h>
+#include <GenApi/GenApi.h>
 #include "SimulatedCamera.h"
 
 namespace SimCamera {

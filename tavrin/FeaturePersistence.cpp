@@ -1,8 +1,7 @@
 // Feature streams through GenApi's feature bag: saving stores every streamable feature with all of its
 // selector combinations, loading retries order-dependent refusals and reports every failure by name.
 #include "FeaturePersistence.h"
-#include <Base/GCException.h>
-#include <GenApi/Persistence.h>
+#include <GenApi/GenApi.h>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -39,7 +38,11 @@ void CFeaturePersistence::SaveToString(GenICam::gcstring& featureStream, GenApi:
         throw INVALID_ARGUMENT_EXCEPTION("No node map to save a feature stream from");
     GenApi::CFeatureBag bag;
     bag.StoreToBag(nodeMap);
-    featureStream = bag.ToString();
+    // The bag's stream operator is the form GenApi documents; some releases' ToString() does not write
+    // the bag at all.
+    std::ostringstream text;
+    text << bag;
+    featureStream = text.str().c_str();
 }
 
 }  // namespace Tavrin

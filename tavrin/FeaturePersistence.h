@@ -5,8 +5,7 @@
 #define TAVRIN_FEATUREPERSISTENCE_H
 
 #include "TavrinExport.h"
-#include <Base/GCString.h>
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 
 namespace Tavrin {
 

@@ -1,8 +1,8 @@
 // Lists every feature of a camera's node map by category, with its type, access and value.
 // Default device: the simulated camera; "--device aravis:ID" opens a device Aravis knows
 // ("aravis:fake" for Aravis' fake camera).
-#include <GenApi/EnumClasses.h>
 #include <GenApi/GenApi.h>
+#include <GenApi/EnumClasses.h>
 #include <GenApiEngine/AravisDevices.h>
 #include <SimulatedDevice.h>
 #include <cstring>

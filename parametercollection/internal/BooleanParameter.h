@@ -5,7 +5,7 @@
 #include "../IBooleanParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IBoolean.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

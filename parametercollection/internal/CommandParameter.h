@@ -5,7 +5,7 @@
 #include "../ICommandParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/ICommand.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

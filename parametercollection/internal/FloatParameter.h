@@ -5,7 +5,7 @@
 #include "../IFloatParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IFloat.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

@@ -2,7 +2,7 @@
 #ifndef PARAMETERCOLLECTION_INTERNAL_GENICAMEXCEPTIONTRANSLATION_H
 #define PARAMETERCOLLECTION_INTERNAL_GENICAMEXCEPTIONTRANSLATION_H
 
-#include <Base/GCException.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

@@ -5,7 +5,7 @@
 #include "../IIntegerParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IInteger.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

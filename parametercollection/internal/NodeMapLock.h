@@ -2,9 +2,7 @@
 #ifndef PARAMETERCOLLECTION_INTERNAL_NODEMAPLOCK_H
 #define PARAMETERCOLLECTION_INTERNAL_NODEMAPLOCK_H
 
-#include <GenApi/INode.h>
-#include <GenApi/Synch.h>
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

@@ -4,7 +4,7 @@
 #define PARAMETERCOLLECTION_INTERNAL_NODEMAPTOJSONCONVERTER_H
 
 #include "../ParameterCollectionExport.h"
-#include <GenApi/INode.h>
+#include <GenApi/GenApi.h>
 #include <QJsonObject>
 #include <QString>
 

@@ -5,7 +5,7 @@
 #include "../IPortParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IPort.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

@@ -5,7 +5,7 @@
 #include "../IStringParameter.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IString.h>
+#include <GenApi/GenApi.h>
 
 namespace ParameterCollection {
 namespace Internal {

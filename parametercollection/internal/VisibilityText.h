@@ -1,6 +1,6 @@
 #pragma once
 // The name of a GenApi visibility, with the caller's own text for a value outside the four levels.
-#include <GenApi/Types.h>
+#include <GenApi/GenApi.h>
 #include <QString>
 
 namespace ParameterCollection {

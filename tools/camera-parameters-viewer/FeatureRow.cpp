@@ -1,7 +1,7 @@
 // Editors per type, their writes, and the row following the device's snapshots.
 #include "FeatureRow.h"
 #include "ParameterPrinter.h"
-#include <Base/GCException.h>
+#include <GenApi/GenApi.h>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>

@@ -3,7 +3,7 @@
 #define TOOLS_CAMERAPARAMETERSVIEWER_FEATURETREE_H
 
 #include "FeatureRow.h"
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 #include <QHash>
 #include <QJsonObject>
 #include <QTreeWidget>

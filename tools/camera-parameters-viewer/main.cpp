@@ -1,6 +1,6 @@
 // camera-parameters-viewer [--device sim|aravis:fake|aravis:ID]: the features of a camera in a window.
 #include "ViewerWindow.h"
-#include <Base/GCException.h>
+#include <GenApi/GenApi.h>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QMessageBox>

@@ -1,6 +1,6 @@
 // Schema violations with their lines, then a load through the engine for what the schema cannot see.
 #include "DescriptionValidation.h"
-#include <GenApi/NodeMapRef.h>
+#include <GenApi/GenApi.h>
 #include <GenApiEngine/DescriptionSchema.h>
 #include <QFile>
 

@@ -2,7 +2,7 @@
 #ifndef TOOLS_CAMERAPARAMETERS_DEVICESESSION_H
 #define TOOLS_CAMERAPARAMETERS_DEVICESESSION_H
 
-#include <GenApi/NodeMapRef.h>
+#include <GenApi/GenApi.h>
 #include <QScopedPointer>
 #include <QSharedPointer>
 #include <QString>

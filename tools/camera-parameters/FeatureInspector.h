@@ -3,7 +3,7 @@
 #define TOOLS_CAMERAPARAMETERS_FEATUREINSPECTOR_H
 
 #include "ParameterPrinter.h"
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 #include <QJsonObject>
 #include <QTextStream>
 #include <parametercollection/ParameterCollection.h>

@@ -4,7 +4,7 @@
 
 #include "ParameterPrinter.h"
 #include "ToolOptions.h"
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 #include <QTextStream>
 #include <parametercollection/Exceptions.h>
 #include <parametercollection/ParameterCollection.h>
