@@ -10,7 +10,7 @@
 #include "IEnumValueAdvancedParameterAccessSource.h"
 #include "ModeratedParameterEventDecouplerThread.h"
 #include "Parameter.h"
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 #include <QList>
 #include <QMap>
 #include <QSharedPointer>
@@ -58,6 +58,10 @@ public:
     // name, re-bound by every Attach like the other parameters.
     QSharedPointer<IFileParameter> createFileParameter(const QString& fileName);
 
+    // The parameter cached under a key (feature name, "/Alias" appended for the alias view), or null.
+    QSharedPointer<CParameter> cachedParameter(const QString& key) const { return m_Parameters.value(key); }
+    static QString cacheKey(const QString& featureName, bool isAlias);
+
     QString buildPath(GENAPI_NAMESPACE::INode* node) const;
     QList<QString> getParameterPaths() const;
     QList<QString> getParameterRelationFromParameterCollection(const QString& featureName,
@@ -71,7 +75,6 @@ public:
     QString saveFeatureStreamToString();
 
 private:
-    static QString cacheKey(const QString& featureName, bool isAlias);
     GENAPI_NAMESPACE::INode* findNode(const QString& featureName) const;
     void installValueSource(const QSharedPointer<CParameter>& parameter);
     QList<QString> relatedNodes(GENAPI_NAMESPACE::INode* node, EParameterRelation relation, bool allNodes);

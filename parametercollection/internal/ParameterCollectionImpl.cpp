@@ -34,18 +34,20 @@ CNodemapWrapper* CParameterCollectionImpl::parseFullName(QString& featureName, Q
     return m_WrapperList.first();
 }
 
-void CParameterCollectionImpl::rememberResolved(const QString& name,
+void CParameterCollectionImpl::rememberResolved(QHash<QString, QSharedPointer<CParameter>>& memo,
+                                                const QString& name, const SResolvedName& resolved,
+                                                const QString& cacheKey,
                                                 const QSharedPointer<CParameter>& parameter) {
-    if (!name.contains(QLatin1Char('|')))
-        m_Resolved.insert(name, parameter);
+    if (!name.contains(QLatin1Char('|')) && resolved.wrapper->cachedParameter(cacheKey) == parameter)
+        memo.insert(name, parameter);
 }
 
 // A remembered parameter answers while it is bound; otherwise the name is resolved again, as the first
 // time, so that an unbound parameter still gives no result.
 QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const QString& name) {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    const auto resolved = m_Resolved.constFind(name);
-    if (resolved != m_Resolved.cend() && !(*resolved)->isEmpty())
+    const auto resolved = m_ResolvedUntyped.constFind(name);
+    if (resolved != m_ResolvedUntyped.cend() && !(*resolved)->isEmpty())
         return *resolved;
     QSharedPointer<CParameter> found;
     SResolvedName last;
@@ -56,7 +58,8 @@ QSharedPointer<IParameter> CParameterCollectionImpl::lookUpWithUnknownType(const
     });
     if (!bound)
         return QSharedPointer<IParameter>();
-    rememberResolved(name, found);
+    rememberResolved(m_ResolvedUntyped, name, last, CNodemapWrapper::cacheKey(last.featureName, last.isAlias),
+                     found);
     return found;
 }
 

@@ -35,11 +35,17 @@ public:
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
 
 private:
-    // Full names without alternatives that resolved to a wrapper's cached parameter. Wrappers keep their
-    // parameters as long as the collection lives, so the same name gives the same object again; this
-    // answers a repeated get with one hash lookup instead of parsing the name.
-    QHash<QString, QSharedPointer<CParameter>> m_Resolved;
-    void rememberResolved(const QString& name, const QSharedPointer<CParameter>& parameter);
+    // Full names without alternatives whose get found a parameter in its wrapper's cache, one memo per
+    // kind of get: the typed get ignores "/Alias" and the untyped get does not, so the same text can name
+    // two objects. Wrappers keep what they cache as long as the collection lives, so a remembered entry
+    // is exactly what resolving the name again would give; it answers a repeated get with one hash lookup.
+    // A parameter the wrapper did not cache (a node of another interface) is never remembered.
+    QHash<QString, QSharedPointer<CParameter>> m_ResolvedTyped;
+    QHash<QString, QSharedPointer<CParameter>> m_ResolvedUntyped;
+    struct SResolvedName;
+    static void rememberResolved(QHash<QString, QSharedPointer<CParameter>>& memo, const QString& name,
+                                 const SResolvedName& resolved, const QString& cacheKey,
+                                 const QSharedPointer<CParameter>& parameter);
 
     // A resolved alternative of a full name.
     struct SResolvedName {
@@ -71,8 +77,8 @@ bool CParameterCollectionImpl::forEachAlternative(const QString& name, SResolved
 template <typename T>
 QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& name) {
     CScopedObjectStateLock lock(m_ObjectState.data());
-    const auto resolved = m_Resolved.constFind(name);
-    if (resolved != m_Resolved.cend()) {
+    const auto resolved = m_ResolvedTyped.constFind(name);
+    if (resolved != m_ResolvedTyped.cend()) {
         if (QSharedPointer<T> typed = resolved->template dynamicCast<T>())
             return typed;
     }
@@ -86,7 +92,7 @@ QSharedPointer<T> CParameterCollectionImpl::lookUpWithKnownType(const QString& n
         return !found->isEmpty();
     });
     if (bound) {
-        rememberResolved(name, found);
+        rememberResolved(m_ResolvedTyped, name, last, last.featureName, found);
         return found;
     }
     return QSharedPointer<T>(new T(last.featureName, last.nodeMapName, m_ObjectState, m_Decoupler, nullptr));
