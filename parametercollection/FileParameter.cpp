@@ -3,7 +3,8 @@
 #include "ScopedObjectStateLock.h"
 #include "internal/FileStreamHelper.h"
 #include "internal/GenICamExceptionTranslation.h"
-#include <Base/GCUtilities.h>
+#include <GenApi/GenApi.h>
+#include <exception>
 
 using namespace ParameterCollection::Internal;
 
@@ -36,10 +37,19 @@ void CFileParameter::close() {
     });
 }
 
+// The new node map is kept even when closing the old stream fails: a device that went away must not
+// leave the parameter bound to a map its owner is about to free. The close error is reported after.
 bool CFileParameter::attach(GENAPI_NAMESPACE::INodeMap* nodeMap) {
     CScopedObjectStateLock lock(objectState());
-    close();
+    std::exception_ptr closeError;
+    try {
+        close();
+    } catch (...) {
+        closeError = std::current_exception();
+    }
     m_NodeMap = nodeMap;
+    if (closeError)
+        std::rethrow_exception(closeError);
     return isAvailable();
 }
 
@@ -59,6 +69,8 @@ bool CFileParameter::isEmpty() {
     return isAvailable();
 }
 
+// A file the device does not offer answers false before anything is opened: GenApi's file adapter raises
+// for a name FileSelector does not list or whose entry is not available.
 bool CFileParameter::probe(bool forReading) {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(objectState());
@@ -67,7 +79,10 @@ bool CFileParameter::probe(bool forReading) {
             return forReading;
         if (helper.isOutputOpen())
             return !forReading;
-        helper.Open(m_NodeMap, m_FileName.toUtf8().constData(), forReading);
+        const QByteArray fileName = m_FileName.toUtf8();
+        if (!m_NodeMap || !CFileStreamHelper::FileExists(m_NodeMap, fileName.constData()))
+            return false;
+        helper.Open(m_NodeMap, fileName.constData(), forReading);
         const bool opened = forReading ? helper.isInputOpen() : helper.isOutputOpen();
         close();
         return opened;
@@ -90,8 +105,9 @@ long long CFileParameter::read(void* buffer, long long length) {
             helper.Open(m_NodeMap, m_FileName.toUtf8().constData(), true);
         if (!helper.isInputOpen())
             return 0;
+        const int chunk = GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length);
         size_t count = 0;
-        helper.Read(buffer, GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length), count);
+        abandonOnError(helper, [&] { helper.Read(buffer, chunk, count); });
         return static_cast<long long>(count);
     });
 }
@@ -104,25 +120,40 @@ bool CFileParameter::write(void* buffer, long long length) {
             helper.Open(m_NodeMap, m_FileName.toUtf8().constData(), false);
         if (!helper.isOutputOpen())
             return false;
-        helper.output()->write(static_cast<const char*>(buffer),
-                               GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length));
-        return helper.output()->good();
+        const int chunk = GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length);
+        bool written = false;
+        abandonOnError(helper, [&] { written = helper.Write(buffer, chunk); });
+        return written;
     });
 }
 
-// Chunks of 256 bytes; a zero byte inside a chunk ends that chunk's text.
+// A stream the device failed in the middle of is closed, so that the next read or write starts the file
+// afresh instead of finding a broken stream that answers 0; the error itself passes on.
+template <typename Transfer>
+void CFileParameter::abandonOnError(CFileStreamHelper& helper, Transfer transfer) {
+    try {
+        transfer();
+    } catch (...) {
+        helper.Abandon();
+        m_Helper.reset();
+        throw;
+    }
+}
+
+// Chunks of 256 bytes; a zero byte inside a chunk ends that chunk's text. The bytes are decoded once at
+// the end, so that a character whose UTF-8 bytes straddle two chunks stays one character.
 QString CFileParameter::toString() {
     CScopedObjectStateLock lock(objectState());
     QByteArray chunk(textChunk + 1, '\0');
-    QString text;
+    QByteArray bytes;
     for (;;) {
         const long long count = read(chunk.data(), textChunk);
         if (count == 0)
             break;
         chunk[static_cast<int>(count)] = '\0';
-        text += QString::fromUtf8(chunk.constData());
+        bytes += chunk.constData();
     }
-    return text;
+    return QString::fromUtf8(bytes);
 }
 
 void CFileParameter::parseAndSetValue(QString const& text) {

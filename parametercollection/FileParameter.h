@@ -13,6 +13,10 @@ namespace Internal {
 class CFileStreamHelper;
 }
 
+// Beware: isWriteable() probes by opening the file for writing, which empties it on the simulated camera
+// and on many real devices, and a snapshot (getParameterData(), checkParameterDataChanged(), a decoupled
+// subscription) asks isWriteable(). Nothing in this project takes snapshots of file parameters or asks
+// them whether they are writeable unless a user asks for exactly that.
 class PARAMETERCOLLECTION_EXPORT CFileParameter : public IFileParameter, public Internal::CParameter {
     Q_OBJECT
 
@@ -41,6 +45,8 @@ private:
     Internal::CFileStreamHelper& createHelper();
     // Opens the file for a probe, tells whether the wanted stream opened, and closes it again.
     bool probe(bool forReading);
+    template <typename Transfer>
+    void abandonOnError(Internal::CFileStreamHelper& helper, Transfer transfer);
 
     QString m_FileName;
     GENAPI_NAMESPACE::INodeMap* m_NodeMap;

@@ -1,6 +1,5 @@
 // Opening, reading and closing device-file streams for a file parameter.
 #include "FileStreamHelper.h"
-#include <GenApi/GenApi.h>
 #include <QtGlobal>
 
 using namespace GENAPI_NAMESPACE;
@@ -36,10 +35,14 @@ void CFileStreamHelper::Open(INodeMap* nodeMap, const char* name, bool forReadin
         m_Input.reset(new IDevFileStream(nodeMap, m_FileName.c_str()));
         if (!m_Input->is_open())
             m_Input.reset();
+        else
+            m_Input->exceptions(std::ios_base::badbit);
     } else {
         m_Output.reset(new ODevFileStream(nodeMap, m_FileName.c_str()));
         if (!m_Output->is_open())
             m_Output.reset();
+        else
+            m_Output->exceptions(std::ios_base::badbit);
     }
 }
 
@@ -53,13 +56,33 @@ bool CFileStreamHelper::Read(void* buffer, std::streamsize length, size_t& count
     return count > 0;
 }
 
+// A device that takes fewer bytes than written sets badbit, which raises std::ios_base::failure under the
+// exception mask; that is the stream's answer "not written", not an error of the device.
+bool CFileStreamHelper::Write(const void* buffer, std::streamsize length) const {
+    if (!m_Output)
+        return false;
+    try {
+        m_Output->write(static_cast<const char*>(buffer), length);
+    } catch (const std::ios_base::failure&) {
+        return false;
+    }
+    return m_Output->good();
+}
+
 void CFileStreamHelper::Close() {
     if (m_Input) {
-        m_Input->close();
-        m_Input.reset();
+        std::unique_ptr<IDevFileStream> input = std::move(m_Input);
+        input->close();
     } else if (m_Output) {
         std::unique_ptr<ODevFileStream> output = std::move(m_Output);
         output->close();
+    }
+}
+
+void CFileStreamHelper::Abandon() noexcept {
+    try {
+        Close();
+    } catch (...) {
     }
 }
 

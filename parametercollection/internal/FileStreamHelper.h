@@ -2,6 +2,7 @@
 #ifndef PARAMETERCOLLECTION_INTERNAL_FILESTREAMHELPER_H
 #define PARAMETERCOLLECTION_INTERNAL_FILESTREAMHELPER_H
 
+#include <GenApi/GenApi.h>
 #include <GenApi/Filestream.h>
 #include <memory>
 #include <string>
@@ -19,16 +20,21 @@ public:
 
     // True when "FileSelector" lists the name as an entry whose access mode is above NA.
     static bool FileExists(GENAPI_NAMESPACE::INodeMap* nodeMap, const char* name);
-    // Opens the file for reading or for writing; afterwards the slot tells whether that worked.
+    // Opens the file for reading or for writing; afterwards the slot tells whether that worked. An open
+    // stream raises what the device raises: a std stream would otherwise catch it and set badbit only.
     void Open(GENAPI_NAMESPACE::INodeMap* nodeMap, const char* name, bool forReading);
-    // Reads up to `length` (not 0) bytes; `count` tells how many arrived, 0 at the end of the file.
+    // Reads up to `length` (not 0) bytes; `count` tells how many arrived, 0 at the end of the file. A
+    // device error passes on.
     bool Read(void* buffer, std::streamsize length, size_t& count) const;
-    // Releases the input stream, or else the output stream.
+    // Writes `length` bytes; false when the device took fewer. A device error passes on.
+    bool Write(const void* buffer, std::streamsize length) const;
+    // Releases the input stream, or else the output stream; the slot is empty even when closing fails.
     void Close();
+    // Closes whatever is open after a device error, keeping quiet about a second error on the way.
+    void Abandon() noexcept;
 
     bool isInputOpen() const { return m_Input != nullptr; }
     bool isOutputOpen() const { return m_Output != nullptr; }
-    GENAPI_NAMESPACE::ODevFileStream* output() const { return m_Output.get(); }
 
 private:
     std::unique_ptr<GENAPI_NAMESPACE::IDevFileStream> m_Input;
