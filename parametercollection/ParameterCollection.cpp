@@ -183,7 +183,10 @@ QList<QSharedPointer<IParameter>> CParameterCollection::getAllParameter() {
 }
 
 // An unreadable version part counts as 0; a device without the major version is undefined.
+// The three parts are read in order under one hold of the state lock, so that no detach or attach
+// between them mixes two devices' versions.
 QVersionNumber CParameterCollection::getSfncVersion() {
+    CScopedObjectStateLock lock(m_Impl->m_ObjectState.data());
     try {
         QSharedPointer<IIntegerParameter> major =
             get(IntegerParameterName("@CameraDevice/DeviceSFNCVersionMajor"));
@@ -193,9 +196,10 @@ QVersionNumber CParameterCollection::getSfncVersion() {
             get(IntegerParameterName("@CameraDevice/DeviceSFNCVersionMinor"));
         QSharedPointer<IIntegerParameter> subMinor =
             get(IntegerParameterName("@CameraDevice/DeviceSFNCVersionSubMinor"));
-        return QVersionNumber(static_cast<int>(major->getValueOrDefault(0)),
-                              static_cast<int>(minor->getValueOrDefault(0)),
-                              static_cast<int>(subMinor->getValueOrDefault(0)));
+        const int majorValue = static_cast<int>(major->getValueOrDefault(0));
+        const int minorValue = static_cast<int>(minor->getValueOrDefault(0));
+        const int subMinorValue = static_cast<int>(subMinor->getValueOrDefault(0));
+        return QVersionNumber(majorValue, minorValue, subMinorValue);
     } catch (const GENICAM_NAMESPACE::GenericException&) {
         return Sfnc_VersionUndefined;
     }

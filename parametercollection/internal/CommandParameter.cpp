@@ -2,6 +2,7 @@
 // that executes it goes away.
 #include "CommandParameter.h"
 #include "GenICamExceptionTranslation.h"
+#include "NodeMapLock.h"
 
 using namespace GENAPI_NAMESPACE;
 
@@ -60,8 +61,10 @@ bool CCommandParameter::isExecuting() {
 }
 
 // Done-ness is refreshed whether or not the command can be read: an unreadable command counts as done.
+// It is read under the node map lock as well, so that it belongs to the same state as the base fields.
 bool CCommandParameter::updateCachedParameterData() {
     CScopedObjectStateLock lock(objectState());
+    CNodeMapLock mapLock(node());
     const bool wasValid = cacheValid();
     bool changed = CParameter::updateCachedParameterData();
     CommandParameterData& data = static_cast<CommandParameterData&>(*cachedData());

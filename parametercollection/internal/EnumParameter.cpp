@@ -3,7 +3,7 @@
 #include "EnumParameter.h"
 #include "../Exceptions.h"
 #include "GenICamExceptionTranslation.h"
-#include <GenApi/Pointer.h>
+#include <GenApi/GenApi.h>
 
 using namespace GENAPI_NAMESPACE;
 

@@ -6,7 +6,6 @@
 #include "IEnumValueAdvancedParameterAccessSource.h"
 #include "Parameter.h"
 #include <atomic>
-#include <GenApi/IEnumeration.h>
 
 namespace ParameterCollection {
 namespace Internal {
@@ -38,12 +37,10 @@ public:
 
     void setEnumValueAdvancedParameterAccessSource(IEnumValueAdvancedParameterAccessSource* source);
 
-protected:
+private:
     // The entry's display name, or the name itself when the enumeration has no such entry. Snapshot
     // refreshes call it with the node map lock already released.
-    virtual QString displayNameOf(const QString& value);
-
-private:
+    QString displayNameOf(const QString& value);
     // Symbolic names of the entries whose access mode passes the test, in GenApi's order.
     QVector<QString> entryNames(bool (*accepted)(GENAPI_NAMESPACE::EAccessMode));
     bool refreshSettableValues(bool wasValid, CNodeMapLock& mapLock);

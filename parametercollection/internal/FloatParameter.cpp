@@ -137,16 +137,10 @@ double CFloatParameter::getValuePercentOfRange() {
 
 void CFloatParameter::writePercentOfRange(double percent) {
     IFloat* node = requireNode(m_Float);
+    if (writeLimitOfPercent(node, percent))
+        return;
     const double minimum = node->GetMin();
     const double maximum = node->GetMax();
-    if (percent <= 0) {
-        node->SetValue(minimum, true);
-        return;
-    }
-    if (percent >= 100.0) {
-        node->SetValue(maximum, true);
-        return;
-    }
     const long double fraction = static_cast<long double>(percent) / 100.0L;
     const long double position = static_cast<long double>(minimum) -
                                  fraction * static_cast<long double>(minimum) +

@@ -151,16 +151,10 @@ double CIntegerParameter::getValuePercentOfRange() {
 // Percent writes are not announced; the position is rounded half away from zero, then put on the grid.
 void CIntegerParameter::writePercentOfRange(double percent) {
     IInteger* node = requireNode(m_Integer);
+    if (writeLimitOfPercent(node, percent))
+        return;
     const long long minimum = node->GetMin();
     const long long maximum = node->GetMax();
-    if (percent <= 0) {
-        node->SetValue(minimum, true);
-        return;
-    }
-    if (percent >= 100.0) {
-        node->SetValue(maximum, true);
-        return;
-    }
     const long double fraction = static_cast<long double>(percent) / 100.0L;
     const long double position = static_cast<long double>(minimum) -
                                  fraction * static_cast<long double>(minimum) +

@@ -9,8 +9,7 @@
 #include "../ScopedObjectStateLock.h"
 #include "GenICamExceptionTranslation.h"
 #include "NodeMapLock.h"
-#include <GenApi/INode.h>
-#include <GenApi/INodeMap.h>
+#include <GenApi/GenApi.h>
 #include <QSharedPointer>
 #include <atomic>
 #include <functional>
@@ -120,6 +119,18 @@ protected:
             announceValue(announcementText(static_cast<double>(value)));
         }
         node->SetValue(value, true);
+    }
+    // A percent write at or beyond an end of the range writes that limit, reading only it: true when it
+    // did. A percentage inside the range (or NaN) is left to the caller.
+    template <typename Node>
+    static bool writeLimitOfPercent(Node* node, double percent) {
+        if (percent <= 0)
+            node->SetValue(node->GetMin(), true);
+        else if (percent >= 100.0)
+            node->SetValue(node->GetMax(), true);
+        else
+            return false;
+        return true;
     }
     static QString announcementText(long long value);
     static QString announcementText(double value);

@@ -4,11 +4,13 @@
 #include "LibraryFixture.h"
 #include <GenApi/GenApi.h>
 #include <QSignalSpy>
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <future>
 #include <parametercollection/ParameterCollection.h>
 #include <parametercollection/ParameterPath.h>
+#include <parametercollection/internal/CommandParameter.h>
 #include <parametercollection/internal/EnumParameter.h>
 #include <parametercollection/internal/IntegerParameter.h>
 #include <thread>
@@ -201,44 +203,50 @@ TEST_F(LibraryTest, CorrectionReadsMinimumMaximumAndIncrementInThatOrder) {
 
 namespace {
 
-// An enumeration parameter that, while it looks up display names, asks another thread whether the
-// node map lock is free.
-class CLockProbingEnumParameter : public CEnumParameter {
-public:
-    using CEnumParameter::CEnumParameter;
-    GenApi::INodeMap* probedMap = nullptr;
-    std::atomic<int> lookups{0};
-    std::atomic<int> lookupsUnderMapLock{0};
-
-protected:
-    QString displayNameOf(const QString& value) override {
-        ++lookups;
-        const bool free = std::async(std::launch::async, [this] {
-                              GenApi::CLock& lock = probedMap->GetLock();
-                              if (!lock.TryLock())
-                                  return false;
-                              lock.Unlock();
+// Whether another thread finds the node map lock taken.
+bool mapLockHeldElsewhere(GenApi::INodeMap* map) {
+    return std::async(std::launch::async,
+                      [map] {
+                          GenApi::CLock& lock = map->GetLock();
+                          if (!lock.TryLock())
                               return true;
-                          }).get();
-        if (!free)
-            ++lookupsUnderMapLock;
-        return CEnumParameter::displayNameOf(value);
+                          lock.Unlock();
+                          return false;
+                      })
+        .get();
+}
+
+// A command parameter that, whenever its completion is asked, records whether the node map lock is held.
+class CLockProbingCommandParameter : public CCommandParameter {
+public:
+    using CCommandParameter::CCommandParameter;
+    GenApi::INodeMap* probedMap = nullptr;
+    std::atomic<int> reads{0};
+    std::atomic<int> readsUnderMapLock{0};
+
+    bool isDone() override {
+        ++reads;
+        if (mapLockHeldElsewhere(probedMap))
+            ++readsUnderMapLock;
+        return CCommandParameter::isDone();
     }
 };
 
 }  // namespace
 
-TEST_F(LibraryTest, EnumerationRefreshReleasesTheNodeMapLockBeforeDisplayNames) {
-    CLockProbingEnumParameter pixelFormat("PixelFormat", "@CameraDevice", sharedState(), decoupler());
-    pixelFormat.probedMap = map();
-    ASSERT_TRUE(pixelFormat.attach(map()));
-    auto data = pixelFormat.getParameterData().dynamicCast<const EnumParameterData>();
+TEST_F(LibraryTest, CommandRefreshReadsItsCompletionUnderBothLocks) {
+    CLockProbingCommandParameter latch("TimestampLatch", "@CameraDevice", sharedState(), decoupler());
+    latch.probedMap = map();
+    ASSERT_TRUE(latch.attach(map()));
+    auto data = latch.getParameterData().dynamicCast<const CommandParameterData>();
     ASSERT_TRUE(data);
-    EXPECT_FALSE(data->settableValues.isEmpty());
-    EXPECT_EQ(data->settableValueDisplayNames.size(), data->settableValues.size());
-    EXPECT_GT(pixelFormat.lookups.load(), data->settableValues.size() - 1);
-    EXPECT_EQ(pixelFormat.lookupsUnderMapLock.load(), 0);
-    pixelFormat.attach(nullptr);
+    EXPECT_TRUE(data->isDone);
+    EXPECT_EQ(latch.reads.load(), 1);
+    EXPECT_EQ(latch.readsUnderMapLock.load(), 1);
+    // Asked on its own, completion takes only the state lock.
+    latch.isDone();
+    EXPECT_EQ(latch.readsUnderMapLock.load(), 1);
+    latch.attach(nullptr);
 }
 
 namespace {
@@ -293,4 +301,42 @@ TEST(ParameterLayout, VirtualOperationsKeepTheirPublishedSlotOrder) {
         EXPECT_EQ(slotOrder[i], slotOrder[i - 1] + 1) << "operation " << i;
     // Nothing virtual follows getCachedParameterData, so a client's own virtuals come right after it.
     EXPECT_EQ(vtableSlot(&CClientParameter::clientOperation), slotOrder.back() + 1);
+}
+
+namespace {
+
+class CClientEnumParameter : public CEnumParameter {
+public:
+    using CEnumParameter::CEnumParameter;
+    virtual int clientOperation() { return 1; }
+};
+
+// The slot of a member in the class's primary vtable, or -1 when it lives in another one.
+template <typename Member>
+std::ptrdiff_t primarySlot(Member member) {
+    struct {
+        std::ptrdiff_t pointer;
+        std::ptrdiff_t adjustment;
+    } raw;
+    std::memcpy(&raw, &member, sizeof raw);
+    return raw.adjustment == 0 ? vtableSlot(member) : -1;
+}
+
+}  // namespace
+
+TEST(ParameterLayout, EnumerationAddsNoVirtualsOfItsOwn) {
+    const std::vector<std::ptrdiff_t> published = {
+        primarySlot(&CEnumParameter::canSetValue),
+        primarySlot(&CEnumParameter::getAdvancedValueProperties),
+        primarySlot(&CEnumParameter::getParameterType),
+        primarySlot(&CEnumParameter::toString),
+        primarySlot(&CEnumParameter::parseAndSetValue),
+        primarySlot(&CEnumParameter::attach),
+        primarySlot(&CEnumParameter::updateCachedParameterData),
+        primarySlot(&CEnumParameter::getCachedParameterData),
+    };
+    const std::ptrdiff_t last = *std::max_element(published.begin(), published.end());
+    ASSERT_GE(last, 0);
+    // A client compiled against the published class finds its own first virtual right after them.
+    EXPECT_EQ(vtableSlot(&CClientEnumParameter::clientOperation), last + 1);
 }
