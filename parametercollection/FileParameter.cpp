@@ -33,7 +33,12 @@ void CFileParameter::close() {
         if (!m_Helper)
             return;
         std::unique_ptr<CFileStreamHelper> helper = std::move(m_Helper);
-        helper->Close();
+        try {
+            helper->Close();
+        } catch (...) {
+            m_DeviceMayHoldFile = true;
+            throw;
+        }
     });
 }
 
@@ -82,7 +87,7 @@ bool CFileParameter::probe(bool forReading) {
         const QByteArray fileName = m_FileName.toUtf8();
         if (!m_NodeMap || !CFileStreamHelper::FileExists(m_NodeMap, fileName.constData()))
             return false;
-        helper.Open(m_NodeMap, fileName.constData(), forReading);
+        open(helper, forReading);
         const bool opened = forReading ? helper.isInputOpen() : helper.isOutputOpen();
         close();
         return opened;
@@ -102,7 +107,7 @@ long long CFileParameter::read(void* buffer, long long length) {
         CScopedObjectStateLock lock(objectState());
         CFileStreamHelper& helper = createHelper();
         if (!helper.isInputOpen() && !helper.isOutputOpen())
-            helper.Open(m_NodeMap, m_FileName.toUtf8().constData(), true);
+            open(helper, true);
         if (!helper.isInputOpen())
             return 0;
         const int chunk = GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length);
@@ -117,7 +122,7 @@ bool CFileParameter::write(void* buffer, long long length) {
         CScopedObjectStateLock lock(objectState());
         CFileStreamHelper& helper = createHelper();
         if (!helper.isInputOpen() && !helper.isOutputOpen())
-            helper.Open(m_NodeMap, m_FileName.toUtf8().constData(), false);
+            open(helper, false);
         if (!helper.isOutputOpen())
             return false;
         const int chunk = GENICAM_NAMESPACE::INTEGRAL_CAST<int>(length);
@@ -134,10 +139,23 @@ void CFileParameter::abandonOnError(CFileStreamHelper& helper, Transfer transfer
     try {
         transfer();
     } catch (...) {
-        helper.Abandon();
+        m_DeviceMayHoldFile = !helper.Abandon();
         m_Helper.reset();
         throw;
     }
+}
+
+// A device whose file could not be closed after an error still holds it open and refuses to open it
+// again; once it answers again, the file is closed on the device and opened once more.
+void CFileParameter::open(CFileStreamHelper& helper, bool forReading) {
+    const QByteArray fileName = m_FileName.toUtf8();
+    helper.Open(m_NodeMap, fileName.constData(), forReading);
+    const bool opened = forReading ? helper.isInputOpen() : helper.isOutputOpen();
+    if (opened || !m_DeviceMayHoldFile)
+        return;
+    m_DeviceMayHoldFile = false;
+    CFileStreamHelper::CloseOnDevice(m_NodeMap, fileName.constData());
+    helper.Open(m_NodeMap, fileName.constData(), forReading);
 }
 
 // Chunks of 256 bytes; a zero byte inside a chunk ends that chunk's text. The bytes are decoded once at

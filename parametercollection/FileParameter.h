@@ -47,10 +47,13 @@ private:
     bool probe(bool forReading);
     template <typename Transfer>
     void abandonOnError(Internal::CFileStreamHelper& helper, Transfer transfer);
+    void open(Internal::CFileStreamHelper& helper, bool forReading);
 
     QString m_FileName;
     GENAPI_NAMESPACE::INodeMap* m_NodeMap;
     std::unique_ptr<Internal::CFileStreamHelper> m_Helper;
+    // A transfer failed and so did closing its stream: the device may still hold the file open.
+    bool m_DeviceMayHoldFile = false;
 };
 
 }  // namespace ParameterCollection

@@ -79,11 +79,19 @@ void CFileStreamHelper::Close() {
     }
 }
 
-void CFileStreamHelper::Abandon() noexcept {
+bool CFileStreamHelper::Abandon() noexcept {
     try {
         Close();
+        return true;
     } catch (...) {
+        return false;
     }
+}
+
+void CFileStreamHelper::CloseOnDevice(INodeMap* nodeMap, const char* name) {
+    FileProtocolAdapter adapter;
+    if (adapter.attach(nodeMap))
+        adapter.closeFile(name);
 }
 
 }  // namespace Internal

@@ -30,8 +30,11 @@ public:
     bool Write(const void* buffer, std::streamsize length) const;
     // Releases the input stream, or else the output stream; the slot is empty even when closing fails.
     void Close();
-    // Closes whatever is open after a device error, keeping quiet about a second error on the way.
-    void Abandon() noexcept;
+    // Closes whatever is open after a device error, keeping quiet about a second error on the way;
+    // false when closing failed too.
+    bool Abandon() noexcept;
+    // Closes a file on the device that no stream of ours holds open any more.
+    static void CloseOnDevice(GENAPI_NAMESPACE::INodeMap* nodeMap, const char* name);
 
     bool isInputOpen() const { return m_Input != nullptr; }
     bool isOutputOpen() const { return m_Output != nullptr; }

@@ -345,3 +345,57 @@ TEST_F(CollectionTest, FeatureStreamsAndTheSfncVersion) {
     EXPECT_EQ(collection().getSfncVersion(), Sfnc_VersionUndefined);
     collection().detachAllNodeMaps();
 }
+
+TEST_F(CollectionTest, TypedAndUntypedGetsOfOneAliasTextKeepTheirOwnAnswers) {
+    // Typed first: it answers plain Width; the untyped get of the same text asks for Width's alias,
+    // which Width does not have.
+    const QString widthAlias = "@CameraDevice/Width/Alias";
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName(widthAlias));
+    EXPECT_EQ(width->getFullName(), "@CameraDevice/Width");
+    EXPECT_TRUE(collection().get(ParameterName(widthAlias)).isNull());
+    EXPECT_FALSE(collection().contains(ParameterName(widthAlias)));
+    EXPECT_EQ(collection().get(IntegerParameterName(widthAlias)), width);
+
+    // Untyped first: it answers the alias view of ExposureTimeAbs (ExposureTime); the typed get of the
+    // same text answers the plain ExposureTimeAbs, once and for all the same object.
+    const QString exposureAlias = "@CameraDevice/ExposureTimeAbs/Alias";
+    QSharedPointer<IParameter> alias = collection().get(ParameterName(exposureAlias));
+    ASSERT_FALSE(alias.isNull());
+    EXPECT_EQ(alias, collection().get(ParameterName(exposureAlias)));
+    QSharedPointer<IFloatParameter> plain = collection().get(FloatParameterName(exposureAlias));
+    EXPECT_NE(plain.dynamicCast<IParameter>(), alias);
+    EXPECT_EQ(plain, collection().get(FloatParameterName("@CameraDevice/ExposureTimeAbs")));
+    EXPECT_EQ(plain, collection().get(FloatParameterName(exposureAlias)));
+    EXPECT_EQ(alias, collection().get(ParameterName(exposureAlias)));
+    EXPECT_EQ(collection().get(ParameterName("@CameraDevice/ExposureTimeAbs")), plain);
+}
+
+// A typed get on a node of another interface is bound but never cached, so nothing in the collection
+// may keep it: after a detach the collection hands out an unbound object, and destroying the collection
+// after its device never touches the old node (ASan sees a use after free otherwise).
+TEST(CollectionOfOneDevice, ATypedGetOnAnotherInterfaceIsNeverKept) {
+    QSharedPointer<CObjectState> state(new CObjectState(nullptr));
+    QScopedPointer<CParameterCollection> collection(new CParameterCollection(state));
+    auto device = std::make_unique<SimCamera::CSimulatedDevice>();
+    collection->announceNodeMap(ParameterPath::CameraDevice);
+    collection->attachNodeMap(ParameterPath::CameraDevice, device->nodeMap());
+    state->setState(ObjectState_Open);
+
+    const EnumParameterName widthAsEnumeration("@CameraDevice/Width");
+    QSharedPointer<IEnumParameter> first = collection->get(widthAsEnumeration);
+    EXPECT_FALSE(first->isEmpty());
+    EXPECT_TRUE(first->getAllValues().isEmpty());
+    EXPECT_FALSE(first->canSetValue("Mono8"));
+    QSharedPointer<IEnumParameter> second = collection->get(widthAsEnumeration);
+    EXPECT_NE(first, second);  // a fresh object each time, as for every uncached parameter
+    first.reset();
+    second.reset();
+
+    collection->detachNodeMap(ParameterPath::CameraDevice);
+    EXPECT_TRUE(collection->get(widthAsEnumeration)->isEmpty());
+    collection->attachNodeMap(ParameterPath::CameraDevice, device->nodeMap());
+    EXPECT_FALSE(collection->get(widthAsEnumeration)->isEmpty());
+    collection->detachNodeMap(ParameterPath::CameraDevice);
+    device.reset();
+    collection.reset();
+}

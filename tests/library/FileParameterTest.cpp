@@ -130,6 +130,62 @@ TEST_F(FileParameterTest, DeviceFailuresAreTranslatedAndTheFileWorksAgain) {
     EXPECT_EQ(log->toString(), "log line\n");
 }
 
+// A device that fails in the middle of a transfer: the error arrives translated instead of a count of 0
+// or a plain false, and the next transfer starts the file afresh.
+TEST_F(FileParameterTest, DeviceErrorsInTheMiddleOfATransferReachTheCaller) {
+    const std::string content = std::string(256, 'a') + std::string(256, 'b') + std::string(88, 'c');
+    camera().setFileContent(CSimulatedFiles::DeviceLog, content);
+    auto log = file("DeviceLog");
+    char buffer[256];
+    ASSERT_EQ(log->read(buffer, 256), 256);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    EXPECT_THROW(log->read(buffer, 256), RuntimeException);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    ASSERT_EQ(log->read(buffer, 256), 256);
+    EXPECT_EQ(std::string(buffer, 256), std::string(256, 'a'));
+    log->close();
+    // The text of a file that fails part way is an error, not the part that arrived.
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::Timeout);
+    EXPECT_THROW(log->toString(), TimeoutException);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_EQ(log->toString().toStdString(), content);
+    log->close();
+
+    auto userSet = file("UserSet2");
+    QByteArray chunk(300, 'w');
+    ASSERT_TRUE(userSet->write(chunk.data(), chunk.size()));  // one buffer of 256 went to the device
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    EXPECT_THROW(userSet->write(chunk.data(), chunk.size()), RuntimeException);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    userSet->parseAndSetValue("again");
+    EXPECT_EQ(camera().fileContent(CSimulatedFiles::UserSet2), "again");
+}
+
+// Detaching must succeed for a device that cannot close the open stream any more: the parameter lets go
+// of the map its owner is about to free, and reports the failed close.
+TEST_F(FileParameterTest, AttachKeepsTheNewMapWhenClosingTheOldStreamFails) {
+    camera().setFileContent(CSimulatedFiles::DeviceLog, std::string(600, 'L'));
+    auto log = file("DeviceLog");
+    char buffer[16];
+    ASSERT_EQ(log->read(buffer, sizeof buffer), 16);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    EXPECT_THROW(log->attach(nullptr), BaseException);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_FALSE(log->isAvailable());
+    EXPECT_FALSE(log->isReadable());
+    EXPECT_TRUE(log->attach(map()));
+    EXPECT_EQ(log->read(buffer, sizeof buffer), 16);
+    log->close();
+}
+
+TEST_F(FileParameterTest, ACharacterAcrossTwoChunksStaysOneCharacter) {
+    const QString text = QString(255, 'a') + QString::fromUtf8("\xc3\xa9") + "z";  // é: bytes 256 and 257
+    camera().setFileContent(CSimulatedFiles::UserSet1, text.toStdString());
+    auto userSet = file("UserSet1");
+    EXPECT_EQ(userSet->toString(), text);
+    userSet->close();
+}
+
 TEST(FileParameterCollection, FilesThroughTheCollectionSurviveDetachAndAttach) {
     CSimulatedCollection simulated;
     CParameterCollection& collection = simulated.collection();
