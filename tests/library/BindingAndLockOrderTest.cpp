@@ -201,6 +201,29 @@ TEST_F(LibraryTest, CorrectionReadsMinimumMaximumAndIncrementInThatOrder) {
     value.attach(nullptr);
 }
 
+// A percent write at an end of the range reads only the limit it writes: the limit register it does not
+// need is read only by GenApi's own range check of the write, once fewer than for a write inside.
+TEST_F(LibraryTest, PercentWritesAtTheEndsReadOnlyTheirLimit) {
+    CLimitLoggingPort port;
+    GenApi::CNodeMapRef limits;
+    limits._LoadXMLFromString(limitsDescription);
+    limits._Connect(&port, "Device");
+    CIntegerParameter value("Value", "@CameraDevice", sharedState(), decoupler());
+    ASSERT_TRUE(value.attach(limits._Ptr));
+    const auto readsOf = [&](int64_t address, double percent) {
+        port.reads.clear();
+        value.setValuePercentOfRange(percent);
+        return std::count(port.reads.begin(), port.reads.end(), address);
+    };
+    const auto maximumReadsInside = readsOf(0x20, 50);
+    const auto minimumReadsInside = readsOf(0x10, 50);
+    EXPECT_EQ(readsOf(0x20, 0), maximumReadsInside - 1);
+    EXPECT_EQ(port.value, 10u);
+    EXPECT_EQ(readsOf(0x10, 100), minimumReadsInside - 1);
+    EXPECT_EQ(port.value, 100u);
+    value.attach(nullptr);
+}
+
 namespace {
 
 // Whether another thread finds the node map lock taken.

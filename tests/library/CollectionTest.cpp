@@ -4,6 +4,7 @@
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/AravisDevices.h>
 #include <QSignalSpy>
+#include <QTemporaryFile>
 #include <atomic>
 #include <parametercollection/ParameterCollection.h>
 #include <parametercollection/ParameterPath.h>
@@ -398,4 +399,78 @@ TEST(CollectionOfOneDevice, ATypedGetOnAnotherInterfaceIsNeverKept) {
     collection->detachNodeMap(ParameterPath::CameraDevice);
     device.reset();
     collection.reset();
+}
+
+// A load writes with callbacks off: a parameter hears only the invalidation every node map gets after
+// it, successful or not, and a real file loads like a text.
+TEST_F(CollectionTest, FeatureStreamLoadsSuppressCallbacksAndInvalidateEveryNodeMap) {
+    SimCamera::CSimulatedDevice grabber;
+    collection().attachNodeMap(ParameterPath::StreamGrabber0, grabber.nodeMap());
+    QSharedPointer<IIntegerParameter> width = collection().get(IntegerParameterName("Width"));
+    QSharedPointer<IIntegerParameter> otherWidth =
+        collection().get(IntegerParameterName("@StreamGrabber0/Width"));
+    EXPECT_EQ(otherWidth->getValue(), 640);  // kept by GenApi from now on
+
+    width->setValue(1024, true);
+    const QString stream = collection().saveFeatureStreamToString(ParameterPath::CameraDevice);
+    width->setValue(640, true);
+    QSignalSpy changed(width.data(), &IParameter::parameterChanged);
+    collection().invalidate();
+    const int byInvalidation = changed.count();
+    changed.clear();
+
+    grabber.camera().pokeRegister(SimCamera::Registers::Width, 800);
+    QString error;
+    ASSERT_TRUE(collection().loadFeatureStreamFromString(stream, error, ParameterPath::CameraDevice))
+        << error.toStdString();
+    EXPECT_EQ(changed.count(), byInvalidation);
+    EXPECT_EQ(width->getValue(), 1024);
+    EXPECT_EQ(otherWidth->getValue(), 800);
+
+    grabber.camera().pokeRegister(SimCamera::Registers::Width, 720);
+    const QString broken = stream.section('\n', 0, 0) + "\nNoSuchFeature\t1\n";
+    EXPECT_FALSE(collection().loadFeatureStreamFromString(broken, error, ParameterPath::CameraDevice));
+    EXPECT_EQ(otherWidth->getValue(), 720);
+
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(stream.toUtf8());
+    file.close();
+    width->setValue(640, true);
+    EXPECT_TRUE(collection().loadFeatureStream(file.fileName(), error, ParameterPath::CameraDevice))
+        << error.toStdString();
+    EXPECT_EQ(width->getValue(), 1024);
+    collection().detachNodeMap(ParameterPath::StreamGrabber0);
+}
+
+namespace {
+
+const char* const versionDescription = R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Version" VendorName="Test"
+    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+    VersionGuid="11111111-2222-3333-4444-666666666666">
+  <Integer Name="DeviceSFNCVersionMajor"><Value>2</Value></Integer>
+  <Integer Name="DeviceSFNCVersionMinor"><pIsAvailable>Zero</pIsAvailable><Value>7</Value></Integer>
+  <Integer Name="DeviceSFNCVersionSubMinor"><Value>3</Value></Integer>
+  <Integer Name="Zero"><Value>0</Value></Integer>
+</RegisterDescription>
+)";
+
+}  // namespace
+
+TEST_F(CollectionTest, SfncVersionCountsAnUnreadablePartAsZeroAndAnErrorAsUndefined) {
+    GenApi::CNodeMapRef version;
+    version._LoadXMLFromString(versionDescription);
+    collection().detachNodeMap(ParameterPath::CameraDevice);
+    collection().attachNodeMap(ParameterPath::CameraDevice, version._Ptr);
+    EXPECT_EQ(collection().getSfncVersion(), QVersionNumber(2, 0, 3));
+    collection().detachNodeMap(ParameterPath::CameraDevice);
+
+    collection().attachNodeMap(ParameterPath::CameraDevice, map());
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::IoError);
+    collection().invalidate();  // nothing kept: the version is read from the failing device
+    EXPECT_EQ(collection().getSfncVersion(), Sfnc_VersionUndefined);
+    camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
+    EXPECT_EQ(collection().getSfncVersion(), Sfnc_2_5_0);
 }

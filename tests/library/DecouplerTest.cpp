@@ -194,3 +194,37 @@ TEST_F(LibraryTest, AParameterDestroyedWhileOthersAreCheckedIsNeverCheckedAfterw
     producer.join();
     EXPECT_TRUE(waitUntil([&] { return checks > 0; }));
 }
+
+namespace {
+
+// A parameter whose refresh fails with something that is no std::exception, as a GenICam error is.
+class CRefreshThrowingParameter : public CParameter {
+public:
+    using CParameter::CParameter;
+    bool updateCachedParameterData() override { throw 42; }
+};
+
+}  // namespace
+
+TEST_F(LibraryTest, DecouplerLogsAnyExceptionAndRefusesNull) {
+    CMessageLog log;
+    QSharedPointer<CRefreshThrowingParameter> failing(
+        new CRefreshThrowingParameter("Width", "@CameraDevice", sharedState(), decoupler()));
+    ASSERT_TRUE(failing->attach(map()));
+    failing->scheduleParameterDataChangedCheck(true);
+    ASSERT_TRUE(waitUntil([&] { return log.messages().size() >= 2; }));
+    EXPECT_EQ(log.messages().at(0).toStdString(), "Event could not be forwarded");
+    EXPECT_EQ(log.messages().at(1).toStdString(), ": Unspecified exception occurred.");
+    failing->attach(nullptr);
+
+    // Null starts a decoupler that was never started, but queues nothing and logs nothing.
+    QSharedPointer<CModeratedParameterEventDecouplerThread> fresh(
+        new CModeratedParameterEventDecouplerThread(sharedState()));
+    EXPECT_FALSE(fresh->isRunning());
+    const int logged = log.messages().size();
+    EXPECT_FALSE(fresh->pushParameterForDecoupledParameterDataChangedSignalling(nullptr));
+    EXPECT_TRUE(fresh->isRunning());
+    EXPECT_FALSE(fresh->removeParameterFromDecoupledParameterDataChangedSignalling(nullptr));
+    fresh->shutdown();
+    EXPECT_EQ(log.messages().size(), logged);
+}

@@ -1,4 +1,5 @@
 // The name catalogue (counts, order, paths, types) and the JSON export of node trees.
+#include "../genapi/MemoryDescriptions.h"
 #include "LibraryFixture.h"
 #include <GenApi/GenApi.h>
 #include <QJsonArray>
@@ -167,4 +168,66 @@ TEST_F(LibraryTest, JsonExportOfTheSimulatedCamera) {
     EXPECT_EQ(CNodemapToJsonConverter::getNodeType(node("AcquisitionStart")), "ICommnad");
     EXPECT_EQ(CNodemapToJsonConverter::getNodeType(node("EnumEntry_PixelFormat_Mono8")), "IEnumEntry");
     EXPECT_EQ(CNodemapToJsonConverter::getNodeType(node("Device")), "IPort");
+}
+
+namespace {
+
+const char* const typesDescription = R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Types" VendorName="Test"
+    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+    VersionGuid="11111111-2222-3333-4444-666666666666">
+  <Category Name="Root"><pFeature>Kinds</pFeature><pFeature>Veiled</pFeature></Category>
+  <Category Name="Kinds">
+    <pFeature>AnInteger</pFeature><pFeature>ABoolean</pFeature><pFeature>ACommand</pFeature>
+    <pFeature>AFloat</pFeature><pFeature>AString</pFeature><pFeature>ARegister</pFeature>
+    <pFeature>AnEnumeration</pFeature><pFeature>Device</pFeature>
+  </Category>
+  <Category Name="Veiled"><pFeature>Beneath</pFeature></Category>
+  <Integer Name="Beneath"><Visibility>Invisible</Visibility><pValue>Shown</pValue></Integer>
+  <Integer Name="Shown"><Value>1</Value></Integer>
+  <Integer Name="AnInteger"><Visibility>Guru</Visibility><Value>1</Value></Integer>
+  <Boolean Name="ABoolean"><pValue>Scratch</pValue></Boolean>
+  <Command Name="ACommand"><pValue>Scratch</pValue><CommandValue>1</CommandValue></Command>
+  <Integer Name="Scratch"><Value>0</Value></Integer>
+  <Float Name="AFloat"><Value>1.5</Value></Float>
+  <StringReg Name="AString"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>
+  <Register Name="ARegister"><Address>8</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></Register>
+  <Enumeration Name="AnEnumeration"><EnumEntry Name="One"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
+  <Node Name="Plain"/>
+  <Port Name="Device"/>
+</RegisterDescription>
+)";
+
+}  // namespace
+
+// Every type text, a visibility text, and an invisible category that hides its visible descendants. A
+// category is as visible as its most visible feature, so the one below is invisible while the feature
+// its invisible feature reads is not.
+TEST(NodemapJson, TypeTextsAndAnInvisibleCategoryCuttingOffItsSubtree) {
+    CMemoryPort port;
+    GenApi::CNodeMapRef map;
+    map._LoadXMLFromString(typesDescription);
+    map._Connect(&port, "Device");
+    const QJsonObject root = CNodemapToJsonConverter::getJson(map._GetNode("Root"));
+    const QJsonArray categories = root["children"].toArray();
+    ASSERT_EQ(categories.size(), 1);  // Veiled and everything below it are gone
+    const QByteArray text = QJsonDocument(root).toJson(QJsonDocument::Compact);
+    EXPECT_FALSE(text.contains("Beneath"));
+    EXPECT_FALSE(text.contains("\"Shown\""));
+
+    QMap<QString, QString> types;
+    for (const QJsonValue kind : categories[0].toObject()["children"].toArray())
+        types.insert(kind.toObject()["identifier"].toString(), kind.toObject()["type"].toString());
+    const QMap<QString, QString> expected = {{"AnInteger", "IInteger"},  {"ABoolean", "IBoolean"},
+                                             {"ACommand", "ICommnad"},   {"AFloat", "IFloat"},
+                                             {"AString", "IString"},     {"ARegister", "IRegister"},
+                                             {"AnEnumeration", "IEnum"}, {"Device", "IPort"}};
+    EXPECT_EQ(types, expected);
+    EXPECT_EQ(categories[0].toObject()["type"].toString(), "ICategory");
+    EXPECT_EQ(CNodemapToJsonConverter::getNodeType(map._GetNode("EnumEntry_AnEnumeration_One")),
+              "IEnumEntry");
+    EXPECT_EQ(CNodemapToJsonConverter::getNodeType(map._GetNode("Plain")), "<unknown-type>");
+    EXPECT_EQ(CNodemapToJsonConverter::getNodeVisibility(map._GetNode("AnInteger")), "Guru");
+    EXPECT_EQ(CNodemapToJsonConverter::getNodeVisibility(map._GetNode("AFloat")), "Beginner");
 }

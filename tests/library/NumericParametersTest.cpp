@@ -3,6 +3,8 @@
 #include "LibraryFixture.h"
 #include <GenApi/GenApi.h>
 #include <QSignalSpy>
+#include <future>
+#include <thread>
 #include <parametercollection/internal/FloatParameter.h>
 #include <parametercollection/internal/IntegerParameter.h>
 
@@ -246,4 +248,40 @@ TEST_F(NumericParametersTest, FloatSnapshot) {
     EXPECT_DOUBLE_EQ(rate->increment, 0.5);
     EXPECT_EQ(rate->displayPrecision, 2);
     EXPECT_EQ(rate->valueText, "30.00");
+}
+
+// The unchecked write takes no state lock: it completes while another thread holds it.
+TEST_F(NumericParametersTest, UncorrectedIntegerWriteTakesNoStateLock) {
+    auto width = typed<CIntegerParameter>("Width");
+    std::promise<void> locked;
+    std::promise<void> release;
+    std::thread holder([&] {
+        CScopedObjectStateLock lock(&state());
+        locked.set_value();
+        release.get_future().wait();
+    });
+    locked.get_future().wait();
+    auto write = std::async(std::launch::async, [&] { width->setValue(800, IntegerValueCorrection_None); });
+    const bool completed = write.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
+    release.set_value();
+    holder.join();
+    write.get();
+    EXPECT_TRUE(completed);
+    EXPECT_EQ(deviceInteger("Width"), 800);
+    // The correcting write does take it, and so waits for the holder.
+    std::promise<void> lockedAgain;
+    std::promise<void> releaseAgain;
+    std::thread holderAgain([&] {
+        CScopedObjectStateLock lock(&state());
+        lockedAgain.set_value();
+        releaseAgain.get_future().wait();
+    });
+    lockedAgain.get_future().wait();
+    auto corrected =
+        std::async(std::launch::async, [&] { width->setValue(640, IntegerValueCorrection_Nearest); });
+    EXPECT_EQ(corrected.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    releaseAgain.set_value();
+    holderAgain.join();
+    corrected.get();
+    EXPECT_EQ(deviceInteger("Width"), 640);
 }
