@@ -267,10 +267,13 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     source.write(bytes);
     source.close();
 
-    // One device for the whole session: save, change, load, and the saved value is back.
+    // One device for the whole session: save, change, load, and the saved value is back. Listing files
+    // and every feature between the upload and the download leaves the file as it was: nothing the
+    // tool does on its own probes a file for writing, which would empty it.
     const SRun run =
         runShell({"set Width 1024", "save " + settings, "set Width 320", "load " + settings + " --verify",
-                  "get Width", "file put UserSet1 " + upload, "file get UserSet1 " + download, "files"});
+                  "get Width", "file put UserSet1 " + upload, "files", "list --all --visibility Guru", "dump",
+                  "tree", "describe FileSelector", "file get UserSet1 " + download, "files"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.contains("Saved ")) << run.out.toStdString();
     EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width +Integer +RW +Beginner +1024 px")));
