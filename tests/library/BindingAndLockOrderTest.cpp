@@ -147,11 +147,7 @@ public:
     uint32_t value = 10;
 };
 
-const char* const limitsDescription = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Limits"
-    VendorName="Test" StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1"
-    SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
-    ProductGuid="11111111-2222-3333-4444-555555555555" VersionGuid="11111111-2222-3333-4444-666666666666">
+const std::string limitsDescription = testDescription(R"(
   <Integer Name="Value">
     <pValue>ValueReg</pValue>
     <pMin>MinReg</pMin>
@@ -167,8 +163,7 @@ const char* const limitsDescription = R"(<?xml version="1.0" encoding="utf-8"?>
   <IntReg Name="IncReg"><Address>0x30</Address><Length>4</Length><AccessMode>RO</AccessMode>
     <pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
   <Port Name="Device"/>
-</RegisterDescription>
-)";
+)");
 
 // The limit registers in the order they were read, each once where it was read first.
 std::vector<int64_t> limitReadOrder(const std::vector<int64_t>& reads) {
@@ -185,7 +180,7 @@ std::vector<int64_t> limitReadOrder(const std::vector<int64_t>& reads) {
 TEST_F(LibraryTest, CorrectionReadsMinimumMaximumAndIncrementInThatOrder) {
     CLimitLoggingPort port;
     GenApi::CNodeMapRef limits;
-    limits._LoadXMLFromString(limitsDescription);
+    limits._LoadXMLFromString(limitsDescription.c_str());
     limits._Connect(&port, "Device");
     CIntegerParameter value("Value", "@CameraDevice", sharedState(), decoupler());
     ASSERT_TRUE(value.attach(limits._Ptr));
@@ -206,7 +201,7 @@ TEST_F(LibraryTest, CorrectionReadsMinimumMaximumAndIncrementInThatOrder) {
 TEST_F(LibraryTest, PercentWritesAtTheEndsReadOnlyTheirLimit) {
     CLimitLoggingPort port;
     GenApi::CNodeMapRef limits;
-    limits._LoadXMLFromString(limitsDescription);
+    limits._LoadXMLFromString(limitsDescription.c_str());
     limits._Connect(&port, "Device");
     CIntegerParameter value("Value", "@CameraDevice", sharedState(), decoupler());
     ASSERT_TRUE(value.attach(limits._Ptr));
@@ -274,16 +269,25 @@ TEST_F(LibraryTest, CommandRefreshReadsItsCompletionUnderBothLocks) {
 
 namespace {
 
-// The vtable slot of a virtual member function in the Itanium C++ ABI (odd pointer: 1 + byte offset),
-// or -1 for a function that is not virtual.
+// A member function pointer as the Itanium C++ ABI lays it out: for a virtual function an odd pointer
+// (1 + byte offset in the vtable), and the adjustment of `this` to the class that declares the slot.
+struct SMemberPointer {
+    std::ptrdiff_t pointer;
+    std::ptrdiff_t adjustment;
+};
+
 template <typename Member>
-std::ptrdiff_t vtableSlot(Member member) {
-    struct {
-        std::ptrdiff_t pointer;
-        std::ptrdiff_t adjustment;
-    } raw;
+SMemberPointer rawMemberPointer(Member member) {
+    SMemberPointer raw;
     static_assert(sizeof(Member) == sizeof(raw), "Itanium member function pointer");
     std::memcpy(&raw, &member, sizeof raw);
+    return raw;
+}
+
+// The vtable slot of a virtual member function, or -1 for a function that is not virtual.
+template <typename Member>
+std::ptrdiff_t vtableSlot(Member member) {
+    const SMemberPointer raw = rawMemberPointer(member);
     return (raw.pointer & 1) ? (raw.pointer - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) : -1;
 }
 
@@ -337,12 +341,7 @@ public:
 // The slot of a member in the class's primary vtable, or -1 when it lives in another one.
 template <typename Member>
 std::ptrdiff_t primarySlot(Member member) {
-    struct {
-        std::ptrdiff_t pointer;
-        std::ptrdiff_t adjustment;
-    } raw;
-    std::memcpy(&raw, &member, sizeof raw);
-    return raw.adjustment == 0 ? vtableSlot(member) : -1;
+    return rawMemberPointer(member).adjustment == 0 ? vtableSlot(member) : -1;
 }
 
 }  // namespace

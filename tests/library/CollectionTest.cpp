@@ -445,23 +445,18 @@ TEST_F(CollectionTest, FeatureStreamLoadsSuppressCallbacksAndInvalidateEveryNode
 
 namespace {
 
-const char* const versionDescription = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Version" VendorName="Test"
-    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
-    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
-    VersionGuid="11111111-2222-3333-4444-666666666666">
+const std::string versionDescription = testDescription(R"(
   <Integer Name="DeviceSFNCVersionMajor"><Value>2</Value></Integer>
   <Integer Name="DeviceSFNCVersionMinor"><pIsAvailable>Zero</pIsAvailable><Value>7</Value></Integer>
   <Integer Name="DeviceSFNCVersionSubMinor"><Value>3</Value></Integer>
   <Integer Name="Zero"><Value>0</Value></Integer>
-</RegisterDescription>
-)";
+)");
 
 }  // namespace
 
 TEST_F(CollectionTest, SfncVersionCountsAnUnreadablePartAsZeroAndAnErrorAsUndefined) {
     GenApi::CNodeMapRef version;
-    version._LoadXMLFromString(versionDescription);
+    version._LoadXMLFromString(versionDescription.c_str());
     collection().detachNodeMap(ParameterPath::CameraDevice);
     collection().attachNodeMap(ParameterPath::CameraDevice, version._Ptr);
     EXPECT_EQ(collection().getSfncVersion(), QVersionNumber(2, 0, 3));

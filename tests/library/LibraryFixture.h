@@ -18,6 +18,7 @@
 #include <QVector>
 #include <functional>
 #include <memory>
+#include <string>
 
 using namespace ParameterCollection;
 using namespace ParameterCollection::Internal;
@@ -72,6 +73,16 @@ private:
     QSharedPointer<CObjectState> m_State;
     QSharedPointer<CModeratedParameterEventDecouplerThread> m_Decoupler;
 };
+
+// A small camera description around the given nodes, for a node map built in a test.
+inline std::string testDescription(const char* nodes) {
+    return std::string(R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Test" VendorName="Test"
+    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+    VersionGuid="11111111-2222-3333-4444-666666666666">)") +
+           nodes + "</RegisterDescription>\n";
+}
 
 // A collection with the simulated camera attached under "@CameraDevice" and the state open.
 class CSimulatedCollection {

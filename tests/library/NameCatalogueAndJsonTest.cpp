@@ -109,11 +109,7 @@ TEST(NameCatalogue, ConstantsAreTypedNamesLikeHandBuiltOnes) {
 
 namespace {
 
-const char* const treeDescription = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Tree" VendorName="Test"
-    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
-    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
-    VersionGuid="11111111-2222-3333-4444-666666666666">
+const std::string treeDescription = testDescription(R"(
   <Category Name="Root"><pFeature>Shown</pFeature><pFeature>Secrets</pFeature><pFeature>Gone</pFeature></Category>
   <Category Name="Shown"><DisplayName>Shown Things</DisplayName><pFeature>Go</pFeature><pFeature>Size</pFeature></Category>
   <Category Name="Secrets"><pFeature>Hidden</pFeature><pFeature>Unbuilt</pFeature></Category>
@@ -125,14 +121,13 @@ const char* const treeDescription = R"(<?xml version="1.0" encoding="utf-8"?>
   <Integer Name="Unbuilt"><pIsImplemented>Zero</pIsImplemented><Value>1</Value></Integer>
   <Integer Name="Zero"><Value>0</Value></Integer>
   <Port Name="Device"/>
-</RegisterDescription>
-)";
+)");
 
 }  // namespace
 
 TEST(NodemapJson, TreeOfVisibleImplementedFeatures) {
     GenApi::CNodeMapRef map;
-    map._LoadXMLFromString(treeDescription);
+    map._LoadXMLFromString(treeDescription.c_str());
     const QJsonObject root = CNodemapToJsonConverter::getJson(map._GetNode("Root"));
     EXPECT_EQ(root["identifier"].toString(), "Root");
     EXPECT_EQ(root["type"].toString(), "ICategory");
@@ -172,11 +167,7 @@ TEST_F(LibraryTest, JsonExportOfTheSimulatedCamera) {
 
 namespace {
 
-const char* const typesDescription = R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Types" VendorName="Test"
-    StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
-    MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
-    VersionGuid="11111111-2222-3333-4444-666666666666">
+const std::string typesDescription = testDescription(R"(
   <Category Name="Root"><pFeature>Kinds</pFeature><pFeature>Veiled</pFeature></Category>
   <Category Name="Kinds">
     <pFeature>AnInteger</pFeature><pFeature>ABoolean</pFeature><pFeature>ACommand</pFeature>
@@ -196,8 +187,7 @@ const char* const typesDescription = R"(<?xml version="1.0" encoding="utf-8"?>
   <Enumeration Name="AnEnumeration"><EnumEntry Name="One"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
   <Node Name="Plain"/>
   <Port Name="Device"/>
-</RegisterDescription>
-)";
+)");
 
 }  // namespace
 
@@ -207,7 +197,7 @@ const char* const typesDescription = R"(<?xml version="1.0" encoding="utf-8"?>
 TEST(NodemapJson, TypeTextsAndAnInvisibleCategoryCuttingOffItsSubtree) {
     CMemoryPort port;
     GenApi::CNodeMapRef map;
-    map._LoadXMLFromString(typesDescription);
+    map._LoadXMLFromString(typesDescription.c_str());
     map._Connect(&port, "Device");
     const QJsonObject root = CNodemapToJsonConverter::getJson(map._GetNode("Root"));
     const QJsonArray categories = root["children"].toArray();

@@ -250,38 +250,52 @@ TEST_F(NumericParametersTest, FloatSnapshot) {
     EXPECT_EQ(rate->valueText, "30.00");
 }
 
-// The unchecked write takes no state lock: it completes while another thread holds it.
+namespace {
+
+// Holds the state lock on a thread of its own from construction until release().
+class CStateLockHolder {
+public:
+    explicit CStateLockHolder(CObjectState& state) {
+        std::promise<void> locked;
+        m_Thread = std::thread([this, &state, &locked] {
+            CScopedObjectStateLock lock(&state);
+            locked.set_value();
+            m_Release.get_future().wait();
+        });
+        locked.get_future().wait();
+    }
+    ~CStateLockHolder() { release(); }
+    void release() {
+        if (!m_Thread.joinable())
+            return;
+        m_Release.set_value();
+        m_Thread.join();
+    }
+
+private:
+    std::promise<void> m_Release;
+    std::thread m_Thread;
+};
+
+}  // namespace
+
+// The unchecked write takes no state lock: it completes while another thread holds it. The correcting
+// write does take it, and so waits for the holder.
 TEST_F(NumericParametersTest, UncorrectedIntegerWriteTakesNoStateLock) {
     auto width = typed<CIntegerParameter>("Width");
-    std::promise<void> locked;
-    std::promise<void> release;
-    std::thread holder([&] {
-        CScopedObjectStateLock lock(&state());
-        locked.set_value();
-        release.get_future().wait();
-    });
-    locked.get_future().wait();
+    CStateLockHolder holder(state());
     auto write = std::async(std::launch::async, [&] { width->setValue(800, IntegerValueCorrection_None); });
     const bool completed = write.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
-    release.set_value();
-    holder.join();
+    holder.release();
     write.get();
     EXPECT_TRUE(completed);
     EXPECT_EQ(deviceInteger("Width"), 800);
-    // The correcting write does take it, and so waits for the holder.
-    std::promise<void> lockedAgain;
-    std::promise<void> releaseAgain;
-    std::thread holderAgain([&] {
-        CScopedObjectStateLock lock(&state());
-        lockedAgain.set_value();
-        releaseAgain.get_future().wait();
-    });
-    lockedAgain.get_future().wait();
+
+    CStateLockHolder again(state());
     auto corrected =
         std::async(std::launch::async, [&] { width->setValue(640, IntegerValueCorrection_Nearest); });
     EXPECT_EQ(corrected.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
-    releaseAgain.set_value();
-    holderAgain.join();
+    again.release();
     corrected.get();
     EXPECT_EQ(deviceInteger("Width"), 640);
 }
