@@ -1,4 +1,5 @@
 // Device files of the simulated camera through GenApi's file protocol adapter and device file streams.
+#include "MemoryDescriptions.h"
 #include "SimulatedCameraFixture.h"
 #include <GenApi/GenApi.h>
 #include <GenApi/Filestream.h>
@@ -99,4 +100,22 @@ TEST_F(SimulatedCameraTest, DeviceFilesRefuseWhatTheDeviceRefuses) {
 
     EXPECT_EQ(descriptionOf<GenICam::RuntimeException>([] { GenICam::INTEGRAL_CAST<int>(int64_t(1) << 40); }),
               "INTEGRAL_CAST failed");
+}
+
+// A real camera's file access features: the adapter refuses a name its FileSelector does not list as
+// GenApi does, before it writes anything, and selects an offered file by its text.
+TEST(DeviceFilesOfARealDescription, AnUnlistedNameIsAnInvalidArgument) {
+    const std::string path = std::string(PC_CAMERA_DESCRIPTIONS) + "/flir_blackfly_s_pge_19s4m.xml";
+    if (fileText(path).empty())
+        GTEST_SKIP() << path << " is not there";
+    SDescriptionInMemory flir(fileText(path), false);
+    FileProtocolAdapter adapter;
+    ASSERT_TRUE(adapter.attach(flir.map._Ptr));
+    CEnumerationPtr selector(flir.map._GetNode("FileSelector"));
+    const GenICam::gcstring before = selector->ToString();
+    EXPECT_THROW(adapter.openFile("NoSuchFile", std::ios_base::in), GenICam::InvalidArgumentException);
+    EXPECT_THROW(adapter.getBufSize("NoSuchFile", std::ios_base::out), GenICam::InvalidArgumentException);
+    EXPECT_EQ(selector->ToString(), before);
+    EXPECT_GT(adapter.getBufSize("UserFile1", std::ios_base::out), 0);
+    EXPECT_EQ(selector->ToString(), "UserFile1");
 }

@@ -2,8 +2,8 @@
 #ifndef GENAPI_IDEVICEINFO_H
 #define GENAPI_IDEVICEINFO_H
 
+#include <Base/GCBase.h>
 #include <GenApi/Types.h>
-#include <Base/GCString.h>
 
 namespace GENAPI_NAMESPACE {
 

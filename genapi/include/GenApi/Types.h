@@ -5,6 +5,8 @@
 #include <Base/GCTypes.h>
 #include <Base/GCStringVector.h>
 #include <GenApi/GenApiDll.h>
+#include <GenApi/Autovector.h>
+#include <GenICamFwd.h>
 
 namespace GENAPI_NAMESPACE {
 
