@@ -3,6 +3,7 @@
 #include "LibraryFixture.h"
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/AravisDevices.h>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryFile>
 #include <atomic>
@@ -468,4 +469,32 @@ TEST_F(CollectionTest, SfncVersionCountsAnUnreadablePartAsZeroAndAnErrorAsUndefi
     EXPECT_EQ(collection().getSfncVersion(), Sfnc_VersionUndefined);
     camera().setFailure(SimCamera::CSimulatedCamera::EFailure::None);
     EXPECT_EQ(collection().getSfncVersion(), Sfnc_2_5_0);
+}
+
+// The three parts of the version come from one device even while the owner switches devices.
+TEST_F(CollectionTest, SfncVersionIsNeverMixedFromTwoDevices) {
+    GenApi::CNodeMapRef older;
+    older._LoadXMLFromString(testDescription(R"(
+  <Integer Name="DeviceSFNCVersionMajor"><Value>1</Value></Integer>
+  <Integer Name="DeviceSFNCVersionMinor"><Value>2</Value></Integer>
+  <Integer Name="DeviceSFNCVersionSubMinor"><Value>1</Value></Integer>
+)")
+                                 .c_str());
+    std::atomic<bool> stop{false};
+    std::thread owner([&] {
+        for (int i = 0; !stop; ++i) {
+            collection().detachNodeMap(ParameterPath::CameraDevice);
+            collection().attachNodeMap(ParameterPath::CameraDevice, i % 2 ? map() : older._Ptr);
+        }
+    });
+    QSet<QString> seen;
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 300)
+        seen.insert(collection().getSfncVersion().toString());
+    stop = true;
+    owner.join();
+    collection().detachNodeMap(ParameterPath::CameraDevice);
+    seen -= QSet<QString>({"2.5.0", "1.2.1", "0.0.0"});
+    EXPECT_TRUE(seen.isEmpty()) << QStringList(seen.values()).join(", ").toStdString();
 }
