@@ -1,7 +1,9 @@
 // Builds the dependents of every node once and answers closures over them.
 #include "DependentGraph.h"
+#include "NodeBase.h"
 #include "XmlIndex.h"
 #include <algorithm>
+#include <set>
 
 namespace GenApiEngine {
 
@@ -75,6 +77,57 @@ std::vector<std::string> CDependentGraph::dependentsOf(const std::string& name) 
     names.reserve(reached.size());
     for (const uint32_t node : reached)
         names.push_back(nodes[node].name);
+    return names;
+}
+
+std::vector<std::string> CDependentGraph::terminalsOf(const std::string& name) const {
+    std::vector<std::string> found;
+    const SNodeDescription* start = m_Index.find(name);
+    if (!start)
+        return found;
+    std::set<const SNodeDescription*> visited;
+    std::vector<const SNodeDescription*> pending{start};
+    while (!pending.empty()) {
+        const SNodeDescription& node = *pending.back();
+        pending.pop_back();
+        if (!visited.insert(&node).second)
+            continue;
+        if (isRegisterKind(node.tag) || node.tag == "EnumEntry") {
+            found.push_back(node.name);
+            continue;
+        }
+        std::vector<const SNodeDescription*> next;
+        for (const SProperty& property : node.properties) {
+            if (property.name == "pValue" || property.name == "pValueIndexed" ||
+                property.name == "pValueDefault") {
+                if (const SNodeDescription* target = m_Index.find(property.value))
+                    next.push_back(target);
+            }
+        }
+        if (next.empty() && node.has("Value") && node.tag != "IntSwissKnife" && node.tag != "SwissKnife")
+            found.push_back(node.name);
+        // Depth first, in the order the links are written.
+        pending.insert(pending.end(), next.rbegin(), next.rend());
+    }
+    return found;
+}
+
+std::vector<std::string> CDependentGraph::calledBackWith(const std::string& name, bool written) const {
+    std::vector<std::string> names{name};
+    std::set<std::string> seen{name};
+    const auto add = [&](const std::string& changed) {
+        if (seen.insert(changed).second)
+            names.push_back(changed);
+        for (std::string& dependent : dependentsOf(changed)) {
+            if (seen.insert(dependent).second)
+                names.push_back(std::move(dependent));
+        }
+    };
+    add(name);
+    if (written) {
+        for (const std::string& terminal : terminalsOf(name))
+            add(terminal);
+    }
     return names;
 }
 

@@ -21,6 +21,12 @@ public:
     // pointed to last in the description come first. Empty for a name the description does not define.
     std::vector<std::string> dependentsOf(const std::string& name) const;
     bool hasDependents(const std::string& name) const;
+    // The registers (or nodes holding their own value) at the end of a node's value chain, each once, in
+    // the order a walk along pValue, pValueIndexed and pValueDefault first reaches them: its pTerminal.
+    std::vector<std::string> terminalsOf(const std::string& name) const;
+    // The nodes GenApi calls back when a node changes: the node and its dependents. A write changes the
+    // registers at the end of the written node's value chain too, and they come with their dependents.
+    std::vector<std::string> calledBackWith(const std::string& name, bool written) const;
 
 private:
     uint32_t idOf(const std::string& name) const;

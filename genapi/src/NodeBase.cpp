@@ -97,7 +97,7 @@ void CNodeBase::checkWritable(const char* method) const {
 }
 
 void CNodeBase::changed() {
-    m_Map.noteChanged(this);
+    m_Map.noteChanged(this, true);
 }
 
 // GenApi reads pIsImplemented, pIsAvailable and pIsLocked as integers; one that names a node of another

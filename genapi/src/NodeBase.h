@@ -105,6 +105,9 @@ public:
         bool accessKnown = false;
         std::vector<CNodeBase*> changed;
         std::vector<CNodeBase*> access;
+        // Called back when the node is invalidated [0] and when it is written [1].
+        bool calledBackKnown[2] = {false, false};
+        std::vector<CNodeBase*> calledBack[2];
     };
     SReach& reach() const {
         if (!m_Reach)

@@ -418,7 +418,7 @@ void CNodeMapImpl::invalidate(CNodeBase* node) const {
     }
     dropCache(node);
     dropAccessFrom(node);
-    noteChanged(node);
+    noteChanged(node, false);
 }
 
 // Everything read through a port may have changed: every kept value and access goes at once, and only
@@ -433,10 +433,7 @@ void CNodeMapImpl::invalidatePort(CNodeBase* port) const {
                     [](const std::unique_ptr<CNodeBase>& node) { return node->hasCallbacks(); });
     if (!anyCallbacks)
         return;
-    for (CNodeBase* candidate : changedWith(port)) {
-        if (candidate->hasCallbacks() && m_PendingSet.insert(candidate).second)
-            m_Pending.push_back(candidate);
-    }
+    queueCallbacks(calledBackWith(port, false));
 }
 
 void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {
@@ -589,7 +586,7 @@ const std::vector<CNodeBase*>& CNodeMapImpl::accessChangedWith(CNodeBase* node) 
     return reach.access;
 }
 
-void CNodeMapImpl::noteChanged(CNodeBase* node) const {
+void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
     const std::vector<CNodeBase*>& changed = changedWith(node);
     invalidateValues(changed);
     if (!m_OwnsDevice)
@@ -600,8 +597,27 @@ void CNodeMapImpl::noteChanged(CNodeBase* node) const {
             for (CNodeBase* target : invalidated->second)
                 dropCache(target);
         }
-        if (m_SuppressMode == csmOff && candidate->hasCallbacks() && m_PendingSet.insert(candidate).second)
-            m_Pending.push_back(candidate);
+    }
+    if (m_SuppressMode == csmOff)
+        queueCallbacks(calledBackWith(node, written));
+}
+
+const std::vector<CNodeBase*>& CNodeMapImpl::calledBackWith(CNodeBase* node, bool written) const {
+    CNodeBase::SReach& reach = node->reach();
+    if (!reach.calledBackKnown[written]) {
+        for (const std::string& name : dependentGraph().calledBackWith(node->description().name, written)) {
+            if (CNodeBase* calledBack = this->node(name))
+                reach.calledBack[written].push_back(calledBack);
+        }
+        reach.calledBackKnown[written] = true;
+    }
+    return reach.calledBack[written];
+}
+
+void CNodeMapImpl::queueCallbacks(const std::vector<CNodeBase*>& nodes) const {
+    for (CNodeBase* node : nodes) {
+        if (node->hasCallbacks() && m_PendingSet.insert(node).second)
+            m_Pending.push_back(node);
     }
 }
 

@@ -116,9 +116,10 @@ public:
     // Takes a deregistered callback: destroyed now, or after the callbacks being fired outside the lock.
     void retire(GenApi::CNodeCallback* callback) const;
 
-    // Marks a node as changed: its callbacks and those of every node depending on it fire once, and
-    // nodes that name a changed node as their pInvalidator lose their cached register bytes.
-    void noteChanged(CNodeBase* node) const;
+    // Marks a node as changed, by a write or by an invalidation: the values of what depends on it are
+    // computed again, nodes that name a changed node as their pInvalidator lose their cached register
+    // bytes, and the callbacks of the nodes GenApi calls back for such a change fire once.
+    void noteChanged(CNodeBase* node, bool written) const;
     // Drops the cached bytes behind a node, then marks it changed.
     void invalidate(CNodeBase* node) const;
     void invalidatePort(CNodeBase* port) const;
@@ -147,6 +148,9 @@ private:
     const std::vector<CNodeBase*>& changedWith(CNodeBase* node) const;
     void invalidateValues(const std::vector<CNodeBase*>& nodes) const;
     const std::vector<CNodeBase*>& accessChangedWith(CNodeBase* node) const;
+    // The nodes GenApi calls back when a node is written or invalidated, worked out once per node.
+    const std::vector<CNodeBase*>& calledBackWith(CNodeBase* node, bool written) const;
+    void queueCallbacks(const std::vector<CNodeBase*>& nodes) const;
     void invalidateAllValues() const { m_AllValuesInvalidAt = ++m_ValueClock; }
     // Every register whose bytes a write reached, and all that depends on it, computes its value again.
     void registersWritten(int64_t address, int64_t length) const;

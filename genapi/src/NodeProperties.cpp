@@ -262,34 +262,8 @@ std::string CNodeProperties::automaticSlope() const {
     }
 }
 
-// The registers (or nodes holding their own value) at the end of a node's value chain, each once, in the
-// order a walk along pValue, pValueIndexed and pValueDefault first reaches them.
 std::vector<std::string> CNodeProperties::terminals() const {
-    std::vector<std::string> found;
-    std::set<const SNodeDescription*> visited;
-    std::vector<const SNodeDescription*> pending{&m_Description};
-    while (!pending.empty()) {
-        const SNodeDescription& node = *pending.back();
-        pending.pop_back();
-        if (!visited.insert(&node).second)
-            continue;
-        if (isRegisterKind(node.tag) || node.tag == "EnumEntry") {
-            found.push_back(node.name);
-            continue;
-        }
-        std::vector<const SNodeDescription*> next;
-        for (const SProperty& property : node.properties) {
-            if (isOneOf(property.name, {"pValue", "pValueIndexed", "pValueDefault"})) {
-                if (const SNodeDescription* target = m_Node.map().index().find(property.value))
-                    next.push_back(target);
-            }
-        }
-        if (next.empty() && node.has("Value") && !isOneOf(node.tag, {"IntSwissKnife", "SwissKnife"}))
-            found.push_back(node.name);
-        // Depth first, in the order the links are written.
-        pending.insert(pending.end(), next.rbegin(), next.rend());
-    }
-    return found;
+    return m_Node.map().dependentGraph().terminalsOf(m_Description.name);
 }
 
 }  // namespace GenApiEngine
