@@ -38,10 +38,7 @@ bool CCommandNode::IsDone(bool) {
     const EAccessMode mode = GetAccessMode();
     if (mode == NI)
         raise(EError::Access, "IsDone", "Node is not implemented.");
-    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
-    if (!source || !IsReadable(source))
-        return true;
-    const bool done = source->GetValue() != commandValue();
+    const bool done = !running();
     if (done && m_Executing) {
         m_Executing = false;
         changed();
@@ -49,11 +46,19 @@ bool CCommandNode::IsDone(bool) {
     return done;
 }
 
-// GenApi answers "0" for the text of any readable command, running or not; IsDone tells the state.
+// Running while its register holds the command value; a register that cannot be read never runs.
+bool CCommandNode::running() {
+    IInteger* source = dynamic_cast<IInteger*>(pointee("pValue"));
+    return source && IsReadable(source) && source->GetValue() == commandValue();
+}
+
+// GenApi's text of a readable command is "1" from Execute until the command is done, and "0" otherwise,
+// even where the register holds the command value without an Execute; reading the text does not end an
+// execution the way IsDone does.
 gcstring CCommandNode::ToString(bool, bool) {
     CMapEntry entry(map());
     checkReadable("ToString");
-    return "0";
+    return m_Executing && running() ? "1" : "0";
 }
 
 // Any text but "0" or "false" executes the command.

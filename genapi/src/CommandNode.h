@@ -20,6 +20,7 @@ public:
 
 private:
     int64_t commandValue();
+    bool running();
 
     bool m_Executing = false;
 };

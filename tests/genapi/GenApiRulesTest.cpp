@@ -144,13 +144,23 @@ TEST_F(GenApiRulesTest, ValueTextsOfEveryKindOfNode) {
     EXPECT_THROW(node<IValue>("Mode")->ToString(), GenICam::InvalidArgumentException);
     EXPECT_EQ(node<IEnumeration>("Mode")->GetIntValue(), 11);
 
-    // A command's text is "0", running or not; IsDone tells which.
+    // A command's text is "1" from Execute until it is done, "0" otherwise: a register that holds the
+    // command value without an Execute still reads "0", while IsDone tells it is not done.
     poke(12, 0);
     EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
     EXPECT_TRUE(node<ICommand>("Start")->IsDone());
     poke(12, 1);
     EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
     EXPECT_FALSE(node<ICommand>("Start")->IsDone());
+    poke(12, 0);
+    node<ICommand>("Start")->Execute();
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "1");
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "1");
+    poke(12, 0);
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
+    EXPECT_TRUE(node<ICommand>("Start")->IsDone());
+    poke(12, 1);
+    EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
 
     // Floats keep the display precision, also for values outside the limits.
     poke(8, 123456);
