@@ -31,7 +31,7 @@ bool CBooleanNode::GetValue(bool Verify, bool IgnoreCache) const {
     CMapEntry entry(map());
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
-    dropCacheIf(IgnoreCache);
+    const CCacheBypass bypass(*this, IgnoreCache);
     return cachedValue(m_Value, IgnoreCache || Verify, [&] { return computeValue(Verify, IgnoreCache); });
 }
 

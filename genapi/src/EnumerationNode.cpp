@@ -56,7 +56,7 @@ int64_t CEnumerationNode::GetIntValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetIntValue");
     raiseIfFormulaUnsupported("GetIntValue");
-    dropCacheIf(IgnoreCache);
+    const CCacheBypass bypass(*this, IgnoreCache);
     return cachedValue(m_Value, IgnoreCache || Verify, [&] {
         if (IInteger* source = dynamic_cast<IInteger*>(pointee("pValue")))
             return source->GetValue(Verify, IgnoreCache);

@@ -62,7 +62,7 @@ double CFloatNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
-    dropCacheIf(IgnoreCache);
+    const CCacheBypass bypass(*this, IgnoreCache);
     const double value =
         cachedValue(m_Value, IgnoreCache || Verify, [&] { return computeValue(Verify, IgnoreCache); });
     if (Verify && (value < GetMin() || value > GetMax())) {

@@ -78,7 +78,7 @@ int64_t CIntegerNode::GetValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
     raiseIfFormulaUnsupported("GetValue");
-    dropCacheIf(IgnoreCache);
+    const CCacheBypass bypass(*this, IgnoreCache);
     const int64_t value = cachedValue(m_Value, IgnoreCache || Verify, [&] {
         switch (source()) {
             case ESource::Own:

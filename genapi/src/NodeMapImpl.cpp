@@ -416,7 +416,10 @@ void CNodeMapImpl::invalidate(CNodeBase* node) const {
         invalidatePort(node);
         return;
     }
-    dropCache(node);
+    // As GenApi, only a register's own invalidation drops its cached bytes: a feature invalidated
+    // computes its value again from the bytes its registers keep.
+    if (isRegisterKind(node->description().tag))
+        dropCache(node);
     dropAccessFrom(node);
     noteChanged(node, false);
 }

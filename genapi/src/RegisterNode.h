@@ -30,7 +30,7 @@ public:
 
     void Get(uint8_t* pBuffer, int64_t Length, bool = false, bool IgnoreCache = false) override {
         CMapEntry entry(this->map());
-        this->dropCacheIf(IgnoreCache);
+        const typename ValueNode::CCacheBypass bypass(*this, IgnoreCache);
         this->checkReadable("Get");
         checkLength(pBuffer, Length, "Get");
         if (Length == 0)

@@ -27,7 +27,7 @@ EAccessMode CStringNode::naturalAccessMode() const {
 gcstring CStringNode::GetValue(bool, bool IgnoreCache) {
     CMapEntry entry(map());
     checkReadable("GetValue");
-    dropCacheIf(IgnoreCache);
+    const CCacheBypass bypass(*this, IgnoreCache);
     return cachedValue(m_Value, IgnoreCache, [&] {
         // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
         IRegister* reg = dynamic_cast<IRegister*>(this);

@@ -12,9 +12,9 @@ bool CValueNode::IsValueCacheValid() const {
     return map().cacheHolds(this);
 }
 
-void CValueNode::dropCacheIf(bool ignoreCache) const {
-    if (ignoreCache)
-        map().dropCache(this);
+void CValueNode::CCacheBypass::drop() const {
+    if (m_Node)
+        m_Node->map().dropCache(m_Node);
 }
 
 // A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache;

@@ -26,8 +26,22 @@ protected:
         bool constant = false;                           // for limits: a number of the description
     };
 
-    // Reads that ignore the cache first drop the cached bytes of the registers behind the value.
-    void dropCacheIf(bool ignoreCache) const;
+    // A read that ignores the cache drops the cached bytes of the registers behind the value before it
+    // and again after it, so that what it read is not kept either: as in GenApi, the plain read after an
+    // ignore-cache read goes to the device again.
+    class CCacheBypass {
+    public:
+        CCacheBypass(const CValueNode& node, bool ignoreCache) : m_Node(ignoreCache ? &node : nullptr) {
+            drop();
+        }
+        ~CCacheBypass() { drop(); }
+        CCacheBypass(const CCacheBypass&) = delete;
+        CCacheBypass& operator=(const CCacheBypass&) = delete;
+
+    private:
+        void drop() const;
+        const CValueNode* m_Node;
+    };
 
     // Answers the kept value while nothing has been written or invalidated since it was computed, as
     // GenApi keeps a node's value; a NoCache node, or a read that ignores the cache, computes afresh.

@@ -170,7 +170,7 @@ TEST_F(EngineDynamicsTest, PollFiresOncePerPollingPeriod) {
     EXPECT_DOUBLE_EQ(floating("DeviceTemperature")->GetValue(), 56.0);
 }
 
-TEST_F(EngineDynamicsTest, InvalidationFiresCallbacksAndRereadsTheDevice) {
+TEST_F(EngineDynamicsTest, InvalidationFiresCallbacksAndRereadsWhatItDrops) {
     watchAll();
     EXPECT_EQ(integer("Width")->GetValue(), 640);
     camera().pokeRegister(R::Width, 1280);         // changed behind the engine's back
@@ -191,6 +191,8 @@ TEST_F(EngineDynamicsTest, InvalidationFiresCallbacksAndRereadsTheDevice) {
     EXPECT_EQ(m_Recorder.count("OffsetXReg"), 0);
     EXPECT_EQ(m_Recorder.count("Width"), 0);
     EXPECT_EQ(m_Recorder.count("Height"), 0);
+    EXPECT_EQ(integer("OffsetX")->GetValue(), 0);  // computed again from the kept register bytes
+    node("OffsetXReg")->InvalidateNode();
     EXPECT_EQ(integer("OffsetX")->GetValue(), 16);
 
     // A user port that knows its device changed invalidates everything behind the port.

@@ -57,6 +57,23 @@ TEST_F(SimulatedCameraTest, PolledAndUncachedValuesMoveWithTheDevice) {
     camera().pokeRegister(R::Width, 1024);
     map()->Poll(100000);
     EXPECT_EQ(width->GetValue(), 640);  // Width is not polled: still the kept value
+    // As in GenApi, invalidating the feature computes it again from the bytes its register keeps;
+    // invalidating the register reads the device.
     width->GetNode()->InvalidateNode();
+    EXPECT_EQ(width->GetValue(), 640);
+    node("WidthReg")->InvalidateNode();
     EXPECT_EQ(width->GetValue(), 1024);
+
+    // A read that ignores the cache reads the device, and so does the plain read after it: what the
+    // ignore-cache read found is not kept.
+    const uint64_t reads = camera().readCount();
+    camera().pokeRegister(R::Width, 800);
+    EXPECT_EQ(width->GetValue(false, true), 800);
+    const uint64_t ignoringReads = camera().readCount() - reads;
+    EXPECT_GT(ignoringReads, 0u);
+    EXPECT_EQ(width->GetValue(), 800);
+    EXPECT_GT(camera().readCount() - reads, ignoringReads);
+    const uint64_t afterPlain = camera().readCount();
+    EXPECT_EQ(width->GetValue(), 800);
+    EXPECT_EQ(camera().readCount(), afterPlain);  // kept again from here on
 }
