@@ -589,12 +589,14 @@ const std::vector<CNodeBase*>& CNodeMapImpl::accessChangedWith(CNodeBase* node) 
     return reach.access;
 }
 
+// A write changes what the written node's value goes to, so registers that name any of that as their
+// pInvalidator drop their bytes; an invalidation reaches only the node and what depends on it.
 void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
     const std::vector<CNodeBase*>& changed = changedWith(node);
     invalidateValues(changed);
     if (!m_OwnsDevice)
         m_RegistersChangedAt = ++m_ValueClock;
-    for (CNodeBase* candidate : changed) {
+    for (CNodeBase* candidate : written ? changed : calledBackWith(node, false)) {
         const auto invalidated = m_InvalidatedBy.find(candidate);
         if (invalidated != m_InvalidatedBy.end()) {
             for (CNodeBase* target : invalidated->second)
