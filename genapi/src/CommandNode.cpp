@@ -69,4 +69,9 @@ void CCommandNode::FromString(const gcstring& ValueStr, bool Verify) {
     Execute(Verify);
 }
 
+void CCommandNode::poll() {
+    if (m_Executing && IsReadable(GetAccessMode()))
+        IsDone(false);
+}
+
 }  // namespace GenApiEngine

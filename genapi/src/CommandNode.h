@@ -17,6 +17,8 @@ public:
     void Execute(bool Verify = true) override;
     void operator()() override { Execute(); }
     bool IsDone(bool Verify = true) override;
+    // A polled command is asked whether it is done only while it runs; finishing fires its callbacks.
+    void poll();
 
 private:
     int64_t commandValue();

@@ -720,10 +720,14 @@ void CNodeMapImpl::Poll(int64_t ElapsedTime) {
     CMapEntry entry(*this);
     for (auto& polled : m_PollElapsed) {
         polled.second += ElapsedTime;
-        if (polled.second >= polled.first->GetPollingTime()) {
-            polled.second = 0;
+        if (polled.second < polled.first->GetPollingTime())
+            continue;
+        polled.second = 0;
+        // GenApi's poll of a command asks whether an execution has finished; it invalidates nothing.
+        if (CCommandNode* command = dynamic_cast<CCommandNode*>(polled.first))
+            command->poll();
+        else
             invalidate(polled.first);
-        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <GenApiEngine/DescriptionSchema.h>
 #include <cmath>
 #include <cstring>
+#include <algorithm>
 #include <map>
 
 using namespace GenApi;
@@ -741,4 +742,48 @@ TEST(DescriptionRules, StructEntriesInheritEveryInvalidatorOfTheirRegister) {
     modeReg->SetValue(0);
     EXPECT_EQ(flag->GetValue(), 0);
     EXPECT_EQ(propertyOf(words.map, "Flag", "pInvalidator"), "GainReg\tModeReg");
+}
+
+namespace {
+
+struct SCalls {
+    void onChange(INode* node) { names.push_back(node->GetName().c_str()); }
+    std::vector<std::string> names;
+};
+
+}  // namespace
+
+// Poll invalidates a polled register and calls back what depends on it; a polled command is only asked
+// whether a running execution has finished, and calls back when it has.
+TEST(PollRules, PolledRegistersAreInvalidatedAndPolledCommandsReportTheirEnd) {
+    SWordMap words(
+        intReg("Temperature", 0, "<PollingTime>100</PollingTime><Cachable>WriteThrough</Cachable>") +
+        R"(<Integer Name="Celsius"><pValue>Temperature</pValue></Integer>
+  <Command Name="Save"><pValue>SaveReg</pValue><CommandValue>1</CommandValue><PollingTime>100</PollingTime></Command>
+)" + intReg("SaveReg", 4, "<Cachable>NoCache</Cachable>"));
+    CNodeMapRef& map = words.map;
+    SCalls calls;
+    for (const char* name : {"Temperature", "Celsius", "Save", "SaveReg"})
+        Register(map._GetNode(name), calls, &SCalls::onChange);
+    words.load({{0, 20}, {4, 0}});
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Celsius"))->GetValue(), 20);
+    words.port.words[0] = 21;
+    calls.names.clear();
+    map._Poll(100);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Celsius"))->GetValue(), 21);
+    std::sort(calls.names.begin(), calls.names.end());
+    EXPECT_EQ(calls.names, (std::vector<std::string>{"Celsius", "Temperature"}));
+
+    CCommandPtr save(map._GetNode("Save"));
+    save->Execute();
+    calls.names.clear();
+    map._Poll(100);  // still running: nothing to report
+    EXPECT_EQ(std::count(calls.names.begin(), calls.names.end(), "Save"), 0);
+    words.port.words[4] = 0;  // the device finished
+    calls.names.clear();
+    map._Poll(100);
+    EXPECT_EQ(std::count(calls.names.begin(), calls.names.end(), "Save"), 1);
+    calls.names.clear();
+    map._Poll(100);  // done and not run again: nothing at all
+    EXPECT_EQ(std::count(calls.names.begin(), calls.names.end(), "Save"), 0);
 }
