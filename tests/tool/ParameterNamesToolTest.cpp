@@ -92,4 +92,24 @@ TEST(ParameterNamesTool, BadInputNamesTheFileAndNodeAndWritesNothing) {
     EXPECT_EQ(run.exitCode, 1);  // no namespace or prefix
     run = generate({"frobnicate"});
     EXPECT_EQ(run.exitCode, 2);
+
+    // Help is asked for, not refused; a missing value and a namespace C++ cannot take are usage errors,
+    // and nothing is written for them.
+    run = generate({"--help"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.contains("parameter-names header")) << run.out.toStdString();
+    run = generate({"list", SIMULATED_CAMERA_DESCRIPTION, "--output"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.contains("--output needs a value"));
+    for (const char* bad : {"My-Cam", "1Cam", "A::", "::A", "A:::B", ""}) {
+        run = generate({"header", "--namespace", bad, "--prefix", "@CameraDevice",
+                        SIMULATED_CAMERA_DESCRIPTION, "--output", output});
+        EXPECT_EQ(run.exitCode, 2) << bad;
+        EXPECT_TRUE(run.err.contains("is not a C++ namespace name")) << bad;
+        EXPECT_FALSE(QFile::exists(output)) << bad;
+    }
+    run = generate({"header", "--namespace", "Vendor::My_Cam2", "--prefix", "@CameraDevice",
+                    SIMULATED_CAMERA_DESCRIPTION, "--output", output});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(QFile::exists(output));
 }

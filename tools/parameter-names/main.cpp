@@ -3,8 +3,10 @@
 //   parameter-names header --namespace NS --prefix @NodeMap DESCRIPTION|LIST [--output FILE]
 //   parameter-names catalogue --output FILE LIST...
 #include "FeatureList.h"
+#include <cctype>
 #include <iostream>
 #include <map>
+#include <stdexcept>
 
 namespace {
 
@@ -16,6 +18,12 @@ const char* const usage =
     "      a C++ header with one typed name constant a feature, for example NS::Width\n"
     "  parameter-names catalogue --output FILE LIST.txt...\n"
     "      the entries of the library's catalogue from list files\n";
+
+// A mistake in how the program was called, as opposed to bad input files.
+class CUsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 struct SArguments {
     std::string command;
@@ -29,7 +37,7 @@ SArguments parse(int argc, char** argv) {
         const std::string word = argv[i];
         if (word.compare(0, 2, "--") == 0) {
             if (i + 1 >= argc)
-                throw CListError("option " + word + " needs a value");
+                throw CUsageError("option " + word + " needs a value");
             arguments.options[word.substr(2)] = argv[++i];
         } else if (arguments.command.empty()) {
             arguments.command = word;
@@ -48,6 +56,25 @@ void emit(const SArguments& arguments, const std::string& text) {
         writeFileAtomically(output->second, text);
 }
 
+// A C++ namespace name, nested ones joined by "::"; anything else would make a header that does not compile.
+bool isNamespaceName(const std::string& name) {
+    size_t start = 0;
+    for (;;) {
+        const size_t end = name.find("::", start);
+        const std::string part =
+            name.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        if (part.empty() || std::isdigit(static_cast<unsigned char>(part[0])))
+            return false;
+        for (const char c : part) {
+            if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_')
+                return false;
+        }
+        if (end == std::string::npos)
+            return true;
+        start = end + 2;
+    }
+}
+
 SFeatureList listOf(const SArguments& arguments, const std::string& input) {
     const bool listFile = input.size() > 4 && input.compare(input.size() - 4, 4, ".txt") == 0;
     SFeatureList list = listFile ? readListFile(input) : SFeatureList{};
@@ -55,8 +82,11 @@ SFeatureList listOf(const SArguments& arguments, const std::string& input) {
         list.features = featuresOfDescription(input);
     const auto nameSpace = arguments.options.find("namespace");
     const auto prefix = arguments.options.find("prefix");
-    if (nameSpace != arguments.options.end())
+    if (nameSpace != arguments.options.end()) {
+        if (!isNamespaceName(nameSpace->second))
+            throw CUsageError("--namespace " + nameSpace->second + " is not a C++ namespace name");
         list.nameSpace = nameSpace->second;
+    }
     if (prefix != arguments.options.end())
         list.prefix = prefix->second;
     return list;
@@ -89,8 +119,18 @@ int run(const SArguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        if (word == "--help" || word == "-h" || word == "help") {
+            std::cout << usage;
+            return 0;
+        }
+    }
     try {
         return run(parse(argc, argv));
+    } catch (const CUsageError& e) {
+        std::cerr << "parameter-names: " << e.what() << "\n" << usage;
+        return 2;
     } catch (const CListError& e) {
         std::cerr << "parameter-names: " << e.what() << "\n";
         return 1;
