@@ -6,6 +6,11 @@
 namespace GenApiEngine {
 namespace {
 
+// A text Aravis may not have, as an empty one.
+std::string textOr(const char* text) {
+    return text ? text : "";
+}
+
 GenApi::INodeMap* wrap(ArvDevice* device, GError* error, const GenICam::gcstring& deviceName) {
     if (!device) {
         const std::string message = error && error->message ? error->message : "unknown device";
@@ -35,6 +40,20 @@ std::vector<std::string> listAravisDevices() {
             ids.push_back(id);
     }
     return ids;
+}
+
+std::vector<SAravisDevice> describeAravisDevices() {
+    arv_update_device_list();
+    std::vector<SAravisDevice> devices;
+    const unsigned int count = arv_get_n_devices();
+    for (unsigned int i = 0; i < count; ++i) {
+        if (!arv_get_device_id(i))
+            continue;
+        devices.push_back({arv_get_device_id(i), textOr(arv_get_device_vendor(i)),
+                           textOr(arv_get_device_model(i)), textOr(arv_get_device_serial_nbr(i)),
+                           textOr(arv_get_device_address(i)), textOr(arv_get_device_protocol(i))});
+    }
+    return devices;
 }
 
 GenApi::INodeMap* openAravisDevice(const std::string& deviceId, const GenICam::gcstring& deviceName) {

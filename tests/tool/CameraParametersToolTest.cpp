@@ -321,3 +321,26 @@ TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
     EXPECT_TRUE(QString::fromUtf8(watch.readAllStandardError())
                     .contains("Device 'aravis:Aravis-Fake-GV01' stopped answering"));
 }
+
+// Devices are listed by the name --device takes, with their model, protocol and address.
+TEST(CameraParametersTool, DevicesAreListedAsTheDeviceOptionTakesThem) {
+    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
+        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+    CFakeGigECamera camera;
+    ASSERT_TRUE(camera.start());
+    QString line;
+    for (int attempt = 0; attempt < 10 && line.isEmpty(); ++attempt) {
+        QThread::msleep(500);
+        const SRun run = runTool({"devices"});
+        EXPECT_EQ(run.exitCode, 0);
+        for (const QString& candidate : run.out.split('\n')) {
+            if (candidate.startsWith(QString("aravis:") + CFakeGigECamera::deviceId))
+                line = candidate;
+        }
+    }
+    ASSERT_FALSE(line.isEmpty()) << "the fake camera was not listed";
+    EXPECT_TRUE(line.contains("GigEVision")) << line.toStdString();
+    EXPECT_TRUE(line.contains("127.0.0.1")) << line.toStdString();
+    const SRun opened = runTool({"--device", line.section(' ', 0, 0), "get", "Width"});
+    EXPECT_EQ(opened.exitCode, 0) << opened.err.toStdString();
+}

@@ -13,12 +13,17 @@
 
 namespace {
 
+// One line a device, its name as --device takes it first, so that it can be pasted.
 int listDevices(QTextStream& out) {
-    const std::vector<std::string> devices = GenApiEngine::listAravisDevices();
+    const std::vector<GenApiEngine::SAravisDevice> devices = GenApiEngine::describeAravisDevices();
     if (devices.empty())
         out << "No device found\n";
-    for (const std::string& id : devices)
-        out << QString::fromStdString(id) << "\n";
+    for (const GenApiEngine::SAravisDevice& device : devices) {
+        out << ("aravis:" + QString::fromStdString(device.id)).leftJustified(32) << " "
+            << QString::fromStdString(device.vendor + " " + device.model).trimmed().leftJustified(28) << " "
+            << QString::fromStdString(device.protocol).leftJustified(11) << " "
+            << QString::fromStdString(device.address) << "\n";
+    }
     return CParameterTool::Done;
 }
 
