@@ -297,7 +297,14 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     failed = runTool({"file", "get", "NoSuchFile"});
     EXPECT_EQ(failed.exitCode, 3);
     failed = runTool({"file", "get", "Firmware"});  // listed, not available
-    EXPECT_EQ(failed.exitCode, 3);
+    EXPECT_EQ(failed.exitCode, 5);
+    EXPECT_TRUE(failed.err.contains("Device file 'Firmware' is listed but not available now."))
+        << failed.err.toStdString();
+    EXPECT_FALSE(failed.err.contains("Unknown device file"));
+    // Aravis' fake camera has no file access: its list of files is empty, and that is no failure.
+    const SRun none = runTool({"--device", "aravis:fake", "files"});
+    EXPECT_EQ(none.exitCode, 0) << none.err.toStdString();
+    EXPECT_TRUE(none.out.contains("The device has no files."));
     failed = runTool({"file", "put", "UserSet1", folder.filePath("missing.bin")});
     EXPECT_EQ(failed.exitCode, 1);
     failed = runTool({"file", "remove", "UserSet1"});

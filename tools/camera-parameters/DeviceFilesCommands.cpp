@@ -95,13 +95,21 @@ int CDeviceFilesCommands::load(const QString& path, bool verify) {
     return CParameterTool::Done;
 }
 
-QSharedPointer<IFileParameter> CDeviceFilesCommands::file(const QString& name) {
+// A file the device lists but cannot open now is told apart from one it does not have at all.
+QSharedPointer<IFileParameter> CDeviceFilesCommands::file(const QString& name, int& refusal) {
     QSharedPointer<IFileParameter> parameter = m_Collection.get(FileParameterName("@CameraDevice/" + name));
-    if (!parameter || !parameter->isAvailable()) {
+    if (parameter && parameter->isAvailable())
+        return parameter;
+    QSharedPointer<IEnumParameter> selector =
+        m_Collection.get(EnumParameterName("@CameraDevice/FileSelector"));
+    if (!selector->isEmpty() && selector->getAllValues().contains(name)) {
+        m_Err << "Device file '" << name << "' is listed but not available now.\n";
+        refusal = CParameterTool::AccessRefused;
+    } else {
         m_Err << "Unknown device file '" << name << "'.\n";
-        return QSharedPointer<IFileParameter>();
+        refusal = CParameterTool::UnknownParameter;
     }
-    return parameter;
+    return QSharedPointer<IFileParameter>();
 }
 
 // The access of each file comes from the open modes the device offers for it, not from the file
@@ -109,9 +117,10 @@ QSharedPointer<IFileParameter> CDeviceFilesCommands::file(const QString& name) {
 int CDeviceFilesCommands::files() {
     QSharedPointer<IEnumParameter> selector =
         m_Collection.get(EnumParameterName("@CameraDevice/FileSelector"));
+    // A device without file access has an empty list of files, which is an answer, not a failure.
     if (selector->isEmpty()) {
-        m_Err << "The device has no files.\n";
-        return CParameterTool::UnknownParameter;
+        m_Out << "The device has no files.\n";
+        return CParameterTool::Done;
     }
     QSharedPointer<IIntegerParameter> size = m_Collection.get(IntegerParameterName("@CameraDevice/FileSize"));
     QSharedPointer<IEnumParameter> openMode =
@@ -140,9 +149,10 @@ void CDeviceFilesCommands::progress(qint64 done, qint64 total) {
 }
 
 int CDeviceFilesCommands::get(const QString& name, const QString& output) {
-    QSharedPointer<IFileParameter> parameter = file(name);
+    int refusal = CParameterTool::Done;
+    QSharedPointer<IFileParameter> parameter = file(name, refusal);
     if (!parameter)
-        return CParameterTool::UnknownParameter;
+        return refusal;
     if (!parameter->isReadable()) {
         m_Err << "Device file '" << name << "' is not readable.\n";
         return CParameterTool::AccessRefused;
@@ -177,9 +187,10 @@ int CDeviceFilesCommands::get(const QString& name, const QString& output) {
 }
 
 int CDeviceFilesCommands::put(const QString& name, const QString& input) {
-    QSharedPointer<IFileParameter> parameter = file(name);
+    int refusal = CParameterTool::Done;
+    QSharedPointer<IFileParameter> parameter = file(name, refusal);
     if (!parameter)
-        return CParameterTool::UnknownParameter;
+        return refusal;
     QFile source(input);
     if (!source.open(QIODevice::ReadOnly)) {
         m_Err << "Cannot read '" << input << "': " << source.errorString() << "\n";

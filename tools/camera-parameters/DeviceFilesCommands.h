@@ -28,7 +28,7 @@ public:
     int put(const QString& name, const QString& input);
 
 private:
-    QSharedPointer<ParameterCollection::IFileParameter> file(const QString& name);
+    QSharedPointer<ParameterCollection::IFileParameter> file(const QString& name, int& refusal);
     void progress(qint64 done, qint64 total);
 
     ParameterCollection::CParameterCollection& m_Collection;
