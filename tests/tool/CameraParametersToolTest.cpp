@@ -351,3 +351,19 @@ TEST(CameraParametersTool, DevicesAreListedAsTheDeviceOptionTakesThem) {
     const SRun opened = runTool({"--device", line.section(' ', 0, 0), "get", "Width"});
     EXPECT_EQ(opened.exitCode, 0) << opened.err.toStdString();
 }
+
+// An unknown feature is named with the closest feature when it looks like a typing slip, in the form
+// the user gave it, and with no guess otherwise.
+TEST(CameraParametersTool, UnknownFeaturesSuggestTheClosestOne) {
+    SRun run = runTool({"get", "Widht"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(run.err.contains("Unknown parameter 'Widht'. Did you mean 'Width'?"))
+        << run.err.toStdString();
+    run = runTool({"describe", "@CameraDevice/exposuretme"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(run.err.contains("Did you mean '@CameraDevice/ExposureTime'?")) << run.err.toStdString();
+    run = runTool({"get", "Zzzzzzzzzz"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(run.err.contains("Unknown parameter 'Zzzzzzzzzz'."));
+    EXPECT_FALSE(run.err.contains("Did you mean")) << run.err.toStdString();
+}

@@ -1,5 +1,6 @@
 // Tree and description of features through the collection, the category tree through the JSON export.
 #include "FeatureInspector.h"
+#include "NameSuggestion.h"
 #include "ParameterTool.h"
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/NodeMapDescription.h>
@@ -61,7 +62,7 @@ int CFeatureInspector::tree(const QString& name) {
     const QString start = name.isEmpty() ? QStringLiteral("Root") : name;
     GenApi::INode* root = node(start);
     if (!root) {
-        m_Err << "Unknown parameter '" << start << "'.\n";
+        m_Err << CNameSuggestion::unknownParameterText(start, m_NodeMap);
         return CParameterTool::UnknownParameter;
     }
     const QJsonObject json = Internal::CNodemapToJsonConverter::getJson(root);
@@ -138,7 +139,7 @@ QJsonObject CFeatureInspector::description(IParameter& parameter) {
 int CFeatureInspector::describe(const QString& name) {
     QSharedPointer<IParameter> parameter = m_Collection.get(ParameterName(name));
     if (!parameter) {
-        m_Err << "Unknown parameter '" << name << "'.\n";
+        m_Err << CNameSuggestion::unknownParameterText(name, m_NodeMap);
         return CParameterTool::UnknownParameter;
     }
     m_Printer.printObject(description(*parameter));
@@ -160,7 +161,7 @@ int CFeatureInspector::execute(const QString& name, double seconds) {
     QSharedPointer<ICommandParameter> command = found.dynamicCast<ICommandParameter>();
     if (!command) {
         m_Err << (found ? "Parameter '" + name + "' is no command.\n"
-                        : "Unknown parameter '" + name + "'.\n");
+                        : CNameSuggestion::unknownParameterText(name, m_NodeMap));
         return found ? CParameterTool::WrongUsage : CParameterTool::UnknownParameter;
     }
     try {

@@ -1,5 +1,6 @@
 // The commands of camera-parameters on the public interface of the collection.
 #include "ParameterTool.h"
+#include "NameSuggestion.h"
 #include "DeviceFilesCommands.h"
 #include "FeatureInspector.h"
 #include <QCoreApplication>
@@ -70,7 +71,7 @@ int CParameterTool::run() {
 QSharedPointer<IParameter> CParameterTool::find(const QString& name) {
     QSharedPointer<IParameter> parameter = m_Collection.get(ParameterName(name));
     if (!parameter)
-        m_Err << "Unknown parameter '" << name << "'.\n";
+        m_Err << CNameSuggestion::unknownParameterText(name, m_NodeMap);
     return parameter;
 }
 
