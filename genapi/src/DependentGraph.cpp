@@ -113,8 +113,8 @@ std::vector<std::string> CDependentGraph::terminalsOf(const std::string& name) c
 }
 
 std::vector<std::string> CDependentGraph::calledBackWith(const std::string& name, bool written) const {
-    std::vector<std::string> names{name};
-    std::set<std::string> seen{name};
+    std::vector<std::string> names;
+    std::set<std::string> seen;
     const auto add = [&](const std::string& changed) {
         if (seen.insert(changed).second)
             names.push_back(changed);

@@ -462,6 +462,7 @@ void CNodeBase::GetParents(NodeList_t& Parents) const {
 CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {
     CMapEntry entry(m_Map);
     m_Callbacks.push_back(pCallback);
+    m_Map.countCallbacks(1);
     return reinterpret_cast<CallbackHandleType>(pCallback);
 }
 
@@ -473,6 +474,7 @@ bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
         return false;
     CNodeCallback* callback = *found;
     m_Callbacks.erase(found);
+    m_Map.countCallbacks(-1);
     m_Map.retire(callback);
     return true;
 }

@@ -429,14 +429,8 @@ void CNodeMapImpl::invalidate(CNodeBase* node) const {
 void CNodeMapImpl::invalidatePort(CNodeBase* port) const {
     dropCache(port);
     ++m_AccessGeneration;
-    if (m_SuppressMode != csmOff)
-        return;
-    const bool anyCallbacks =
-        std::any_of(m_Nodes.begin(), m_Nodes.end(),
-                    [](const std::unique_ptr<CNodeBase>& node) { return node->hasCallbacks(); });
-    if (!anyCallbacks)
-        return;
-    queueCallbacks(calledBackWith(port, false));
+    if (m_SuppressMode == csmOff && m_CallbackCount > 0)
+        queueCallbacks(calledBackWith(port, false));
 }
 
 void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {
@@ -603,7 +597,7 @@ void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
                 dropCache(target);
         }
     }
-    if (m_SuppressMode == csmOff)
+    if (m_SuppressMode == csmOff && m_CallbackCount > 0)
         queueCallbacks(calledBackWith(node, written));
 }
 

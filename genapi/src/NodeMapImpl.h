@@ -113,6 +113,9 @@ public:
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
     void enter() const;
     void leave() const;
+    // Keeps count of the callbacks registered on the map's nodes, so that a change with nobody to tell
+    // works out no callback set at all.
+    void countCallbacks(int delta) const { m_CallbackCount += delta; }
     // Takes a deregistered callback: destroyed now, or after the callbacks being fired outside the lock.
     void retire(GenApi::CNodeCallback* callback) const;
 
@@ -197,6 +200,7 @@ private:
     std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 
+    mutable int64_t m_CallbackCount = 0;
     mutable int m_Depth = 0;
     mutable std::vector<CNodeBase*> m_Pending;
     mutable std::set<CNodeBase*> m_PendingSet;
