@@ -10,7 +10,9 @@
 namespace GenApiEngine {
 namespace {
 
-constexpr int highestTagBit = 62;
+// Tags sit just below the sign bit, above any address a device is likely to compute at run time (a base
+// address read from the device or held by an Integer), not only above the addresses written in the text.
+constexpr int signBit = 63;
 
 int bitLength(uint64_t value) {
     int bits = 0;
@@ -114,8 +116,8 @@ SPortRouting routePorts(const CXmlIndex& index) {
     int next = 1;
     for (const std::string& port : ports)
         routing.tags[port] = port == main ? 0 : next++;
-    const int shift = addressBits(index);
-    if (shift + bitLength(static_cast<uint64_t>(next)) > highestTagBit) {
+    const int shift = signBit - bitLength(static_cast<uint64_t>(next));
+    if (addressBits(index) > shift) {
         routing.tags.clear();
         return routing;
     }

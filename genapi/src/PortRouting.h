@@ -16,7 +16,7 @@ namespace GenApiEngine {
 struct SPortRouting {
     // Tag 0 is the main port ("Device", or the first port); further ports count up in document order.
     std::map<std::string, int> tags;
-    // Bit position of the tag: above every address the description writes; 0 when nothing is tagged.
+    // Bit position of the tag: the highest bits below the sign bit; 0 when nothing is tagged.
     int shift = 0;
 
     int tagOf(const std::string& portName) const;
@@ -26,7 +26,7 @@ struct SPortRouting {
 };
 
 // Chooses tags for the ports of a description; leaves it untagged when it has one port, or when the tags
-// would not fit above its addresses.
+// would not fit above the addresses it writes.
 SPortRouting routePorts(const CXmlIndex& index);
 
 // The description as Aravis should see it, from the parsed document (which it changes): registers of tagged

@@ -282,6 +282,42 @@ TEST(PortRouting, EveryPortIsServedByTheUserPortConnectedToIt) {
     EXPECT_EQ(chunk.words[0x10], 2u);
 }
 
+TEST(PortRouting, ManyPortsAndBaseAddressesComputedAtRunTime) {
+    // A main port whose registers sit above a 48-bit base an Integer holds, and twenty event ports.
+    std::string nodes = R"(<Integer Name="Base"><Value>0xFFFFF0F00000</Value></Integer>
+  <Integer Name="Main"><pValue>MainReg</pValue></Integer>
+  <IntReg Name="MainReg"><Address>0x1A74</Address><pAddress>Base</pAddress><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>)";
+    constexpr int eventPorts = 20;
+    for (int i = 1; i <= eventPorts; ++i) {
+        const std::string n = std::to_string(i);
+        nodes += "<IntReg Name=\"Event" + n +
+                 "\"><Address>0x4</Address><Length>4</Length><AccessMode>RO</AccessMode>"
+                 "<pPort>Port" +
+                 n +
+                 "</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>"
+                 "<Port Name=\"Port" +
+                 n + "\"><EventID>" + std::to_string(0x9C40 + i) + "</EventID></Port>";
+    }
+    CNodeMapRef map;
+    map._LoadXMLFromString(description(nodes).c_str());
+    CWordPort device;
+    device.words[0xFFFFF0F01A74] = 42;
+    ASSERT_TRUE(map._Connect(&device, "Device"));
+    std::vector<std::unique_ptr<CWordPort>> events;
+    for (int i = 1; i <= eventPorts; ++i) {
+        events.push_back(std::make_unique<CWordPort>());
+        events.back()->words[0x4] = static_cast<uint32_t>(100 + i);
+        ASSERT_TRUE(map._Connect(events.back().get(), ("Port" + std::to_string(i)).c_str()));
+    }
+
+    EXPECT_EQ(CIntegerPtr(map._GetNode("Main"))->GetValue(), 42);
+    EXPECT_EQ(CRegisterPtr(map._GetNode("MainReg"))->GetAddress(), 0xFFFFF0F01A74);
+    for (int i = 1; i <= eventPorts; ++i)
+        EXPECT_EQ(CIntegerPtr(map._GetNode(("Event" + std::to_string(i)).c_str()))->GetValue(), 100 + i) << i;
+    CIntegerPtr(map._GetNode("Main"))->SetValue(43);
+    EXPECT_EQ(device.words[0xFFFFF0F01A74], 43u);
+}
+
 TEST(FormulaRules, IntegerConvertersKeep64BitsAndInfiniteFloatsFail) {
     SWordMap words(
         R"(<IntConverter Name="Wide"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO + 1</FormulaFrom><pValue>WideReg</pValue><Slope>Increasing</Slope></IntConverter>
