@@ -34,8 +34,11 @@ EAccessMode CFloatNode::naturalAccessMode() const {
     if (isRegisterKind(tag))
         return registerAccessMode();
     if (tag == "SwissKnife")
-        return RO;
-    return CNodeBase::naturalAccessMode();
+        return formulaAccessMode(RO);
+    if (tag == "Converter")
+        return formulaAccessMode(CNodeBase::naturalAccessMode());
+    // A value whose limits are not implemented is not implemented either.
+    return accessThroughLinks({"pMin", "pMax", "pInc"}, CNodeBase::naturalAccessMode(), false);
 }
 
 void CFloatNode::checkAvailable(const char* method) const {

@@ -28,8 +28,11 @@ EAccessMode CIntegerNode::naturalAccessMode() const {
     if (isRegisterKind(tag))
         return registerAccessMode();
     if (tag == "IntSwissKnife")
-        return RO;
-    return CNodeBase::naturalAccessMode();
+        return formulaAccessMode(RO);
+    if (tag == "IntConverter")
+        return formulaAccessMode(CNodeBase::naturalAccessMode());
+    // A value whose limits are not implemented is not implemented either.
+    return accessThroughLinks({"pMin", "pMax", "pInc"}, CNodeBase::naturalAccessMode(), false);
 }
 
 void CIntegerNode::checkAvailable(const char* method) const {

@@ -132,15 +132,6 @@ bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
 
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
-    // A condition that is itself not there holds for nothing: its node is then not implemented or not
-    // available.
-    if (std::strcmp(property, "pIsLocked") != 0) {
-        if (const CNodeBase* condition = pointee(property)) {
-            const EAccessMode access = condition->GetAccessMode();
-            if (access == NI || access == NA)
-                return false;
-        }
-    }
     int64_t value = 0;
     if (integerOfPointee(property, value))
         return value != 0;
@@ -172,6 +163,46 @@ EAccessMode CNodeBase::registerAccessMode() const {
             return addressAccess;
     }
     return Combine(mode, accessOfPointer("pPort", NI));
+}
+
+EAccessMode CNodeBase::accessThroughLinks(std::initializer_list<const char*> links, EAccessMode own,
+                                          bool unavailableToo) const {
+    bool unavailable = false;
+    for (const SProperty& property : m_Description.properties) {
+        if (std::none_of(links.begin(), links.end(), [&](const char* link) { return property.name == link; }))
+            continue;
+        const CNodeBase* target = m_Map.node(property.value);
+        const EAccessMode access = target ? target->GetAccessMode() : RW;
+        if (access == NI)
+            return NI;
+        unavailable = unavailable || (unavailableToo && access == NA);
+    }
+    return unavailable ? NA : own;
+}
+
+EAccessMode CNodeBase::formulaAccessMode(EAccessMode own) const {
+    return accessThroughLinks({"pVariable", "pValue"}, own, true);
+}
+
+// A condition that cannot be read passes its own access on (a pIsAvailable that is not implemented makes
+// its node not implemented); one that reads false makes its node not implemented or not available. RW when
+// both hold.
+EAccessMode CNodeBase::accessOfConditions() const {
+    if (isCondition("pIsImplemented")) {
+        const EAccessMode access = accessOfPointer("pIsImplemented", RW);
+        if (access == NI || access == NA)
+            return access;
+        if (!evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode"))
+            return NI;
+    }
+    if (isCondition("pIsAvailable")) {
+        const EAccessMode access = accessOfPointer("pIsAvailable", RW);
+        if (access == NI || access == NA)
+            return access;
+        if (!evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode"))
+            return NA;
+    }
+    return RW;
 }
 
 EAccessMode CNodeBase::naturalAccessMode() const {
@@ -241,14 +272,9 @@ EAccessMode CNodeBase::computeAccessMode() const {
     // A category asks its features first, as GenApi does, even when its own conditions decide.
     const EAccessMode features = m_PrincipalType == intfICategory ? naturalAccessMode() : RW;
     if (feature()) {
-        if (isCondition("pIsImplemented") &&
-            !evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode")) {
-            return NI;
-        }
-        if (isCondition("pIsAvailable") &&
-            !evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode")) {
-            return NA;
-        }
+        const EAccessMode conditions = accessOfConditions();
+        if (conditions != RW)
+            return conditions;
     } else if (m_PrincipalType != intfIEnumEntry && !m_Description.implied) {
         return NI;
     }

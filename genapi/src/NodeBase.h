@@ -10,6 +10,7 @@
 #include "XmlIndex.h"
 #include <arv.h>
 #include <functional>
+#include <initializer_list>
 #include <type_traits>
 #include <memory>
 #include <vector>
@@ -128,6 +129,14 @@ protected:
     static bool integerOf(CNodeBase* target, int64_t& value);
     // Access of a register node: its AccessMode (RO by default) combined with its port's access.
     GenApi::EAccessMode registerAccessMode() const;
+    // Access of a formula (swiss knife or converter): NI when one of its variables or its pValue is not
+    // implemented, else NA when one is not available, else the access its kind gives.
+    GenApi::EAccessMode formulaAccessMode(GenApi::EAccessMode own) const;
+    // NI when a node one of the links names is not implemented; with unavailableToo, else NA when one is
+    // not available; else own.
+    GenApi::EAccessMode accessThroughLinks(std::initializer_list<const char*> links, GenApi::EAccessMode own,
+                                           bool unavailableToo) const;
+    GenApi::EAccessMode accessOfConditions() const;
 
     // Reads a limit through Aravis; a node that describes no such limit, or that Aravis does not know (the
     // nodes a description implies), gets GenApi's default instead.

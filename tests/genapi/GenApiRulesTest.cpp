@@ -556,6 +556,38 @@ TEST(AccessRules, ConditionsAndIndicesThatAreNotThereTakeTheirNodesWithThem) {
     EXPECT_EQ(map._GetNode("EnumEntry_Mode_Gated")->GetAccessMode(), NI);
 }
 
+// A node passes on what it is computed from: a formula is not implemented when a variable is not, and
+// not available when one is not available; a value whose limit is not implemented is not implemented; a
+// condition that cannot be read gives its node its own access, not the condition's verdict.
+TEST(AccessRules, FormulasLimitsAndConditionsPassOnWhatTheyAreComputedFrom) {
+    SWordMap words(R"(<Integer Name="Zero"><Value>0</Value></Integer>
+  <Integer Name="Absent"><pIsImplemented>Zero</pIsImplemented><Value>1</Value></Integer>
+  <Integer Name="Busy"><pIsAvailable>Zero</pIsAvailable><Value>1</Value></Integer>
+  <Integer Name="Here"><Value>1</Value></Integer>
+  <IntSwissKnife Name="FromAbsent"><pVariable Name="A">Here</pVariable><pVariable Name="B">Absent</pVariable><Formula>A+B</Formula></IntSwissKnife>
+  <IntSwissKnife Name="FromBusy"><pVariable Name="A">Busy</pVariable><Formula>A</Formula></IntSwissKnife>
+  <IntSwissKnife Name="FromBoth"><pVariable Name="A">Busy</pVariable><pVariable Name="B">Absent</pVariable><Formula>A+B</Formula></IntSwissKnife>
+  <SwissKnife Name="FloatFromBusy"><pVariable Name="A">Busy</pVariable><Formula>A</Formula></SwissKnife>
+  <IntConverter Name="ConvertedWithAbsent"><pVariable Name="X">Absent</pVariable><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>Reg</pValue></IntConverter>
+  <Integer Name="AbsentMax"><pValue>Reg</pValue><pMax>Absent</pMax></Integer>
+  <Integer Name="BusyMax"><pValue>Reg</pValue><pMax>Busy</pMax></Integer>
+  <Integer Name="AvailableIfAbsent"><pIsAvailable>Absent</pIsAvailable><Value>1</Value></Integer>
+  <Integer Name="ImplementedIfBusy"><pIsImplemented>Busy</pIsImplemented><Value>1</Value></Integer>)" +
+                   intReg("Reg", 0x10));
+    CNodeMapRef& map = words.map;
+    const auto access = [&](const char* name) { return map._GetNode(name)->GetAccessMode(); };
+    EXPECT_EQ(access("FromAbsent"), NI);
+    EXPECT_EQ(access("FromBusy"), NA);
+    EXPECT_EQ(access("FromBoth"), NI);
+    EXPECT_EQ(access("FloatFromBusy"), NA);
+    EXPECT_EQ(access("ConvertedWithAbsent"), NI);
+    EXPECT_EQ(access("AbsentMax"), NI);
+    // A limit that is only unavailable leaves the value as its register makes it.
+    EXPECT_EQ(access("BusyMax"), RW);
+    EXPECT_EQ(access("AvailableIfAbsent"), NI);
+    EXPECT_EQ(access("ImplementedIfBusy"), NA);
+}
+
 // A value written to pValue and to each pValueCopy must fit all of them: its limits are where their ranges
 // overlap.
 TEST(ValueRules, CopiedValuesTakeTheLimitsAllTheirTargetsShare) {
