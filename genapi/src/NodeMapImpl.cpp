@@ -203,7 +203,9 @@ void CNodeMapImpl::createNodes() {
                 }
             }
         } else {
-            arvNode = arv_gc_get_node(m_Genicam, description.xmlName.c_str());
+            const std::string& arvName =
+                description.definedName.empty() ? description.xmlName : description.definedName;
+            arvNode = arv_gc_get_node(m_Genicam, arvName.c_str());
         }
         std::unique_ptr<CNodeBase> node = makeNode(*this, description, arvNode);
         m_ByName.emplace(description.name, node.get());

@@ -140,6 +140,20 @@ bool hasElementChildren(xmlNode* node) {
     return false;
 }
 
+// A node defined inside another where a pointer would name it: an element with a Name and elements of its
+// own (an IntSwissKnife that gives a register its address, say), not an entry or a pointer.
+bool isInlineNode(xmlNode* node) {
+    const std::string tag = elementName(node);
+    return xmlHasProp(node, BAD_CAST "Name") && hasElementChildren(node) && tag[0] != 'p' &&
+           tag != "EnumEntry" && tag != "StructEntry";
+}
+
+// GenApi names a node defined inside a named node "_<enclosing>_<name>"; one inside a StructReg, which
+// has no name, keeps its own.
+std::string inlineNodeName(const std::string& enclosing, const std::string& name) {
+    return enclosing.empty() ? name : "_" + enclosing + "_" + name;
+}
+
 // Walks the description in document order and names every node the first time it is defined or pointed
 // to; a converter's two formula nodes follow its own elements, ConvertTo first.
 void mentionWithin(xmlNode* element, const std::string& enclosing,
@@ -157,7 +171,11 @@ void mentionWithin(xmlNode* element, const std::string& enclosing,
             see(textOf(child));
         } else if (xmlHasProp(child, BAD_CAST "Name") && tag[0] != 'p') {
             const std::string xmlName = attributeOf(child, "Name");
-            const std::string name = tag == "EnumEntry" ? "EnumEntry_" + enclosing + "_" + xmlName : xmlName;
+            std::string name = xmlName;
+            if (tag == "EnumEntry")
+                name = "EnumEntry_" + enclosing + "_" + xmlName;
+            else if (isInlineNode(child))
+                name = inlineNodeName(enclosing, xmlName);
             see(name);
             mentionWithin(child, xmlName, ranks);
             if (isConverter(tag)) {
@@ -172,6 +190,12 @@ void mentionWithin(xmlNode* element, const std::string& enclosing,
 
 bool isNodeElement(xmlNode* node) {
     return node->type == XML_ELEMENT_NODE && xmlHasProp(node, BAD_CAST "Name");
+}
+
+// The link an inline node stands for: a formula inside a register adds to the register's address, as
+// pAddress does.
+SProperty inlineLink(xmlNode* node, const std::string& enclosing) {
+    return SProperty{"pAddress", inlineNodeName(enclosing, attributeOf(node, "Name")), std::string()};
 }
 
 }  // namespace
@@ -262,6 +286,9 @@ void CXmlIndex::indexStructReg(void* element) {
             continue;
         if (elementName(child) == "StructEntry") {
             entries.push_back(child);
+        } else if (isInlineNode(child)) {
+            shared.push_back(inlineLink(child, std::string()));
+            indexNode(child, std::string(), std::vector<SProperty>());
         } else {
             shared.push_back(propertyOf(child));
         }
@@ -284,12 +311,18 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
     if (description.tag == "EnumEntry")
         description.name = "EnumEntry_" + parent + "_" + description.xmlName;
     std::vector<xmlNode*> nested;
+    std::vector<xmlNode*> inlined;
     for (xmlNode* child = node->children; child; child = child->next) {
         if (child->type != XML_ELEMENT_NODE)
             continue;
         const std::string property = elementName(child);
         if (property == "EnumEntry") {
             nested.push_back(child);
+            continue;
+        }
+        if (isInlineNode(child)) {
+            inlined.push_back(child);
+            description.properties.push_back(inlineLink(child, description.xmlName));
             continue;
         }
         description.properties.push_back(propertyOf(child));
@@ -311,11 +344,24 @@ void CXmlIndex::indexNode(void* element, const std::string& parent, const std::v
         m_ByName[description.name] = index;
     const std::string name = description.name;
     m_Nodes.push_back(std::move(description));
+    for (xmlNode* child : inlined)
+        indexInlineNode(child, name);
     for (xmlNode* child : nested) {
         const std::string childName = attributeOf(child, "Name");
         m_Nodes[index].entries.push_back("EnumEntry_" + name + "_" + childName);
         indexNode(child, name, std::vector<SProperty>());
     }
+}
+
+// A node defined inside a named node, under the name GenApi gives it; Aravis knows it by its own.
+void CXmlIndex::indexInlineNode(void* element, const std::string& enclosing) {
+    const size_t index = m_Nodes.size();
+    indexNode(element, std::string(), std::vector<SProperty>());
+    SNodeDescription& node = m_Nodes[index];
+    node.definedName = node.xmlName;
+    node.name = node.xmlName = inlineNodeName(enclosing, node.definedName);
+    m_ByName.erase(node.definedName);
+    m_ByName.emplace(node.name, index);
 }
 
 std::unordered_map<std::string, uint32_t> CXmlIndex::rankMentions(void* root) {

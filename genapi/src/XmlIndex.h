@@ -38,6 +38,9 @@ std::string constantNodeName(const SNodeDescription& formula, const SProperty& c
 struct SNodeDescription {
     std::string name;
     std::string xmlName;
+    // The Name the description gives a node that GenApi names otherwise (one defined inside another node);
+    // empty when it is xmlName.
+    std::string definedName;
     std::string tag;
     std::string nameSpace;
     std::vector<SProperty> properties;
@@ -77,6 +80,7 @@ private:
     void indexChildren(void* element);
     void indexStructReg(void* element);
     void indexNode(void* element, const std::string& parent, const std::vector<SProperty>& inherited);
+    void indexInlineNode(void* element, const std::string& enclosing);
     // Numbers every node as GenApi does (see SNodeDescription::rank); the numbers of all names mentioned.
     std::unordered_map<std::string, uint32_t> rankMentions(void* root);
     void addImpliedNodes(const std::unordered_map<std::string, uint32_t>& ranks);

@@ -797,6 +797,38 @@ TEST(DescriptionRules, ConvertersAndConstantsImplyNodesOfTheirOwn) {
         EXPECT_NE(std::find(names.begin(), names.end(), implied), names.end()) << implied;
 }
 
+// A formula defined inside a register adds to its address like a pAddress node, and is a node of its own:
+// "_<register>_<name>" inside a named register, its own name inside a StructReg.
+TEST(DescriptionRules, NodesDefinedInsideRegistersAreNodesOfTheirOwn) {
+    SWordMap words(R"(<Integer Name="Index"><Value>2</Value></Integer>
+  <IntReg Name="Indexed"><Address>0x100</Address><IntSwissKnife Name="Offset"><pVariable Name="I">Index</pVariable><Formula>I * 4</Formula></IntSwissKnife><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>
+  <StructReg Comment="Flags"><Address>0x200</Address><IntSwissKnife Name="FlagsOffset"><Formula>3 * 4</Formula></IntSwissKnife><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
+    <StructEntry Name="FlagA"><Bit>0</Bit></StructEntry><StructEntry Name="FlagB"><Bit>1</Bit></StructEntry></StructReg>)");
+    CNodeMapRef& map = words.map;
+    words.port.words[0x108] = 77;
+    words.port.words[0x20c] = 2;
+
+    CIntegerPtr offset = map._GetNode("_Indexed_Offset");
+    ASSERT_TRUE(offset.IsValid());
+    EXPECT_EQ(map._GetNode("Offset"), nullptr);
+    EXPECT_EQ(offset->GetValue(), 8);
+    EXPECT_EQ(offset->GetNode()->GetDisplayName(), "_Indexed_Offset");
+    EXPECT_EQ(offset->GetAccessMode(), RO);
+    CIntegerPtr indexed = map._GetNode("Indexed");
+    EXPECT_EQ(CRegisterPtr(indexed)->GetAddress(), 0x108);
+    EXPECT_EQ(indexed->GetValue(), 77);
+    // The inline formula is what the register's value depends on, so a change of its variable reaches it.
+    CIntegerPtr(map._GetNode("Index"))->SetValue(3);
+    words.port.words[0x10c] = 78;
+    EXPECT_EQ(indexed->GetValue(), 78);
+
+    CIntegerPtr flagsOffset = map._GetNode("FlagsOffset");
+    ASSERT_TRUE(flagsOffset.IsValid());
+    EXPECT_EQ(flagsOffset->GetValue(), 12);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("FlagA"))->GetValue(), 0);
+    EXPECT_EQ(CIntegerPtr(map._GetNode("FlagB"))->GetValue(), 1);
+}
+
 TEST(DescriptionRules, StructEntriesInheritEveryInvalidatorOfTheirRegister) {
     SWordMap words(propertyNodes);
     CIntegerPtr flag = words.map._GetNode("Flag");
