@@ -15,7 +15,9 @@ CDependentGraph::CDependentGraph(const CXmlIndex& index) : m_Index(index) {
         for (const SProperty& property : node.properties) {
             if (property.name == "Constant")
                 link(idOf(constantNodeName(node, property)), self);
-            if (property.name.empty() || property.name[0] != 'p')
+            // An alias names another node for the user; it reads nothing from it.
+            if (property.name.empty() || property.name[0] != 'p' || property.name == "pAlias" ||
+                property.name == "pCastAlias")
                 continue;
             const uint32_t target = idOf(property.value);
             if (property.name == "pSelected")
@@ -99,16 +101,20 @@ std::vector<std::string> CDependentGraph::terminalsOf(const std::string& name) c
         std::vector<const SNodeDescription*> next;
         for (const SProperty& property : node.properties) {
             if (property.name == "pValue" || property.name == "pValueIndexed" ||
-                property.name == "pValueDefault") {
+                property.name == "pValueDefault" || property.name == "pValueCopy") {
                 if (const SNodeDescription* target = m_Index.find(property.value))
                     next.push_back(target);
             }
         }
-        if (next.empty() && node.has("Value") && node.tag != "IntSwissKnife" && node.tag != "SwissKnife")
+        const bool holdsValue = node.has("Value") || node.has("ValueIndexed") || node.has("ValueDefault");
+        if (next.empty() && holdsValue && node.tag != "IntSwissKnife" && node.tag != "SwissKnife")
             found.push_back(node.name);
-        // Depth first, in the order the links are written.
         pending.insert(pending.end(), next.rbegin(), next.rend());
     }
+    // GenApi keeps them in the order its nodes were made.
+    std::sort(found.begin(), found.end(), [this](const std::string& a, const std::string& b) {
+        return m_Index.find(a)->rank < m_Index.find(b)->rank;
+    });
     return found;
 }
 

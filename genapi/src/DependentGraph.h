@@ -10,7 +10,7 @@ namespace GenApiEngine {
 
 class CXmlIndex;
 
-// A node depends on every node its pointer elements name (pValue, pFeature, pInvalidator, pPort, ...); a
+// A node depends on every node its pointer elements but pAlias name (pValue, pFeature, pInvalidator, ...); a
 // node named by pSelected depends on its selector instead; an enumeration depends on its entries, a
 // converter on its two formula nodes and an integer formula on the nodes of its constants.
 class CDependentGraph {
@@ -21,8 +21,8 @@ public:
     // pointed to last in the description come first. Empty for a name the description does not define.
     std::vector<std::string> dependentsOf(const std::string& name) const;
     bool hasDependents(const std::string& name) const;
-    // The registers (or nodes holding their own value) at the end of a node's value chain, each once, in
-    // the order a walk along pValue, pValueIndexed and pValueDefault first reaches them: its pTerminal.
+    // The registers (or nodes holding their own value) at the end of a node's value chain along pValue,
+    // pValueIndexed, pValueDefault and pValueCopy, each once, in GenApi's numbering: its pTerminal.
     std::vector<std::string> terminalsOf(const std::string& name) const;
     // The nodes GenApi calls back when a node changes: the node and its dependents. A write changes the
     // registers at the end of the written node's value chain too, and they come with their dependents.

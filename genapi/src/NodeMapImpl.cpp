@@ -143,15 +143,23 @@ CNodeMapImpl::~CNodeMapImpl() {
     g_object_unref(m_Device);
 }
 
-// GenApi extends a selector's pSelected nodes by the nodes that take their value from them, so that
-// a selector of registers also selects the features over those registers.
+// GenApi extends a selector's pSelected nodes by every node that reads one of them, and so on: breadth
+// first, each node's readers in the order GenApi made them. A selector of registers so also selects the
+// features over them, and the formulas that read a selected value.
 void CNodeMapImpl::linkSelectors() {
-    std::map<std::string, std::vector<CNodeBase*>> valueReaders;
+    std::map<std::string, std::vector<const SNodeDescription*>> readers;
     for (const SNodeDescription& description : m_Index->nodes()) {
-        CNodeBase* reader = node(description.name);
-        const std::string& source = description.value("pValue");
-        if (reader && !source.empty())
-            valueReaders[source].push_back(reader);
+        for (const SProperty& property : description.properties) {
+            if (isReadingLink(property.name))
+                readers[property.value].push_back(&description);
+        }
+    }
+    for (auto& entry : readers) {
+        std::vector<const SNodeDescription*>& list = entry.second;
+        std::stable_sort(list.begin(), list.end(), [](const SNodeDescription* a, const SNodeDescription* b) {
+            return a->rank < b->rank;
+        });
+        list.erase(std::unique(list.begin(), list.end()), list.end());
     }
     for (const SNodeDescription& description : m_Index->nodes()) {
         const std::vector<std::string> targets = description.values("pSelected");
@@ -162,12 +170,25 @@ void CNodeMapImpl::linkSelectors() {
         for (const std::string& target : targets)
             if (CNodeBase* direct = node(target))
                 addUnique(selected, direct);
-        for (const std::string& target : targets) {
-            for (CNodeBase* reader : valueReaders[target])
-                addUnique(selected, reader);
+        for (size_t next = 0; next < selected.size(); ++next) {
+            for (const SNodeDescription* reader : readers[selected[next]->name()]) {
+                CNodeBase* readerNode = node(reader->name);
+                if (readerNode && readerNode != selector)
+                    addUnique(selected, readerNode);
+            }
         }
-        for (CNodeBase* feature : selected)
-            addUnique(m_Selecting[feature], selector);
+    }
+    // A node lists the selectors that name it in pSelected before those that select it through others.
+    for (const bool named : {true, false}) {
+        for (const std::unique_ptr<CNodeBase>& selector : m_Nodes) {
+            const std::vector<std::string> targets = selector->description().values("pSelected");
+            for (CNodeBase* feature : selectedBy(selector.get())) {
+                const bool isNamed =
+                    std::find(targets.begin(), targets.end(), feature->name()) != targets.end();
+                if (isNamed == named)
+                    addUnique(m_Selecting[feature], selector.get());
+            }
+        }
     }
 }
 

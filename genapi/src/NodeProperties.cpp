@@ -26,9 +26,9 @@ bool isOneOf(const std::string& text, std::initializer_list<const char*> candida
 
 // Properties GenApi keeps as numbers and so hands out in decimal, whatever base the description used.
 bool isNumeric(const std::string& property) {
-    return isOneOf(property,
-                   {"Address", "Length", "LSB", "MSB", "Bit", "CommandValue", "OnValue", "OffValue",
-                    "PollingTime", "Value", "Min", "Max", "Inc", "NumericValue", "DisplayPrecision"});
+    return isOneOf(property, {"Address", "Length", "LSB", "MSB", "Bit", "CommandValue", "OnValue", "OffValue",
+                              "PollingTime", "Value", "Min", "Max", "Inc", "NumericValue", "DisplayPrecision",
+                              "ValueIndexed", "ValueDefault"});
 }
 
 // The values of an attribute list ("Name=VAR Offset=4") without their names.
@@ -43,10 +43,20 @@ std::string attributeValues(const std::string& attributes) {
         const size_t equals = pair.find('=');
         if (!values.empty())
             values += ' ';
-        values += equals == std::string::npos ? pair : pair.substr(equals + 1);
+        // A number (an Offset or an Index) comes back in decimal.
+        const std::string value = equals == std::string::npos ? pair : pair.substr(equals + 1);
+        int64_t number = 0;
+        values += textToInteger(value, number) ? std::to_string(number) : value;
         start = end + 1;
     }
     return values;
+}
+
+// GenApi keeps indexed values by their index, so they come back in its order.
+bool byIndex(const std::pair<std::string, std::string>& a, const std::pair<std::string, std::string>& b) {
+    int64_t first = 0;
+    int64_t second = 0;
+    return textToInteger(a.first, first) && textToInteger(b.first, second) && first < second;
 }
 
 std::string joined(const std::vector<std::string>& parts) {
@@ -115,7 +125,7 @@ std::string CNodeProperties::textForm(const std::string& property, const std::st
     // A string's value is text, whatever it looks like.
     if (!isNumeric(property) || (property == "Value" && m_Description.tag == "String"))
         return value;
-    if (isFloatKind() && isOneOf(property, {"Value", "Min", "Max", "Inc"})) {
+    if (isFloatKind() && isOneOf(property, {"Value", "Min", "Max", "Inc", "ValueIndexed", "ValueDefault"})) {
         double number = 0;
         return textToFloat(value, number) ? floatToText(number, fnAutomatic, -1) : value;
     }
@@ -133,6 +143,8 @@ void CNodeProperties::addDescribed() {
         std::vector<std::pair<std::string, std::string>>& occurrences = group.second;
         if (group.first == "pVariable")
             std::stable_sort(occurrences.begin(), occurrences.end());
+        if (group.first == "ValueIndexed" || group.first == "pValueIndexed")
+            std::stable_sort(occurrences.begin(), occurrences.end(), byIndex);
         std::vector<std::string> values;
         std::vector<std::string> attributes;
         bool anyAttribute = false;
@@ -231,6 +243,10 @@ void CNodeProperties::addLinks() {
     defer(
         "pTerminal", [this] { return joined(terminals()); }, false);
     setList("pEnumEntry", m_Description.entries);
+    std::vector<std::string> selected;
+    for (const CNodeBase* feature : map.selectedBy(&m_Node))
+        selected.push_back(feature->name());
+    setList("pSelected", selected);
     std::vector<std::string> selecting;
     for (const CNodeBase* selector : map.selectorsOf(&m_Node))
         selecting.push_back(selector->name());

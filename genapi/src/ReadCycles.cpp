@@ -4,9 +4,7 @@
 #include <unordered_map>
 
 namespace GenApiEngine {
-namespace {
 
-// The pointer properties through which GenApi reads another node to answer for this one.
 bool isReadingLink(const std::string& property) {
     if (property.size() < 4 || property[0] != 'p')
         return false;
@@ -20,6 +18,8 @@ bool isReadingLink(const std::string& property) {
     }
     return false;
 }
+
+namespace {
 
 enum class EVisit { NotSeen, OnPath, Done };
 

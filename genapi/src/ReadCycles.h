@@ -8,6 +8,10 @@
 
 namespace GenApiEngine {
 
+// The pointer properties through which GenApi reads another node to answer for this one (pValue, pMin,
+// pVariable, pIsAvailable, pCommandValue, ...).
+bool isReadingLink(const std::string& property);
+
 // The first cycle of reading links (pValue, pMin, pVariable, pIsAvailable, ...) in document order, as the
 // node names along it with the first repeated at the end; empty when there is none.
 std::vector<std::string> findReadCycle(const CXmlIndex& index);

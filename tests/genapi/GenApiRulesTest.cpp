@@ -752,6 +752,46 @@ TEST(PropertyRules, GenApiListsDerivedLinksDefaultsAndNumbersInDecimal) {
     EXPECT_STREQ(attribute.c_str(), "");
 }
 
+// A selector selects what reads its selected nodes too, breadth first; a node names the selectors that
+// name it before those that reach it through others. Indexed values come by their index, in decimal;
+// terminals in the order GenApi numbers nodes, copies included; an alias is no dependent.
+TEST(PropertyRules, SelectionsReachReadersAndListsComeInGenApisOrder) {
+    SWordMap words(R"(<Integer Name="Copy"><Value>0</Value></Integer>
+  <Enumeration Name="FileSel"><EnumEntry Name="A"><Value>0</Value></EnumEntry><pValue>SelReg</pValue><pSelected>Size</pSelected></Enumeration>
+  <Enumeration Name="OpSel"><EnumEntry Name="Read"><Value>0</Value></EnumEntry><pValue>OpReg</pValue><pSelected>Offset</pSelected></Enumeration>
+  <Integer Name="Size"><pValue>SizeReg</pValue></Integer>
+  <IntSwissKnife Name="MaxOffset"><pVariable Name="S">Size</pVariable><Formula>S</Formula></IntSwissKnife>
+  <Integer Name="Offset"><pValue>OffsetReg</pValue><pMax>MaxOffset</pMax></Integer>
+  <Integer Name="Aliased"><pAlias>Size</pAlias><Value>1</Value></Integer>
+  <Integer Name="Splitter"><pValue>OffsetReg</pValue><pValueCopy>Copy</pValueCopy></Integer>
+  <Integer Name="IndexSource"><Value>1</Value></Integer>
+  <Integer Name="Indexed"><pIndex>IndexSource</pIndex><ValueIndexed Index="0x3">30</ValueIndexed><ValueIndexed Index="1">0x10</ValueIndexed><ValueDefault>0x5</ValueDefault></Integer>
+  <IntReg Name="Stepped"><Address>0x40</Address><pIndex Offset="0x20">IndexSource</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>)" +
+                   intReg("SelReg", 0) + intReg("OpReg", 4) + intReg("SizeReg", 8) + intReg("OffsetReg", 12));
+    CNodeMapRef& map = words.map;
+    gcstring attribute;
+
+    EXPECT_EQ(propertyOf(map, "FileSel", "pSelected"), "Size\tMaxOffset\tOffset");
+    EXPECT_EQ(propertyOf(map, "OpSel", "pSelected"), "Offset");
+    EXPECT_EQ(propertyOf(map, "Offset", "pSelecting"), "OpSel\tFileSel");
+    FeatureList_t selected;
+    CSelectorPtr(map._GetNode("FileSel"))->GetSelectedFeatures(selected);
+    ASSERT_EQ(selected.size(), 3u);
+    EXPECT_STREQ(selected[2]->GetNode()->GetName().c_str(), "Offset");
+
+    EXPECT_EQ(propertyOf(map, "Indexed", "ValueIndexed", &attribute), "16\t30");
+    EXPECT_STREQ(attribute.c_str(), "1\t3");
+    EXPECT_EQ(propertyOf(map, "Indexed", "ValueDefault"), "5");
+    EXPECT_EQ(propertyOf(map, "Indexed", "pTerminal"), "Indexed");
+    EXPECT_EQ(propertyOf(map, "Stepped", "pIndex", &attribute), "IndexSource");
+    EXPECT_STREQ(attribute.c_str(), "32");
+
+    EXPECT_EQ(propertyOf(map, "Splitter", "pTerminal"), "Copy\tOffsetReg");
+    const std::string dependents = propertyOf(map, "Size", "pDependent");
+    EXPECT_EQ(dependents.find("Aliased"), std::string::npos) << dependents;
+    EXPECT_NE(dependents.find("MaxOffset"), std::string::npos) << dependents;
+}
+
 // GenApi makes nodes the description only implies: a converter's two formula nodes, evaluated with
 // nothing behind their input, and an integer node for each constant of an integer formula.
 TEST(DescriptionRules, ConvertersAndConstantsImplyNodesOfTheirOwn) {
