@@ -381,6 +381,22 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
     EXPECT_EQ(folded->GetValue(), 1);
 }
 
+// A formula reads a boolean variable as 1 or 0, and follows it when it is written.
+TEST(FormulaRules, BooleanVariablesReadAsOneOrZero) {
+    SWordMap words(
+        R"(<Boolean Name="Factory"><pValue>FactoryReg</pValue><OnValue>1</OnValue><OffValue>0</OffValue></Boolean>
+  <IntSwissKnife Name="IsFactory"><pVariable Name="F">Factory</pVariable><Formula>F =1 </Formula></IntSwissKnife>
+  <SwissKnife Name="Half"><pVariable Name="F">Factory</pVariable><Formula>F / 2</Formula></SwissKnife>)" +
+        intReg("FactoryReg", 0x10));
+    CNodeMapRef& map = words.map;
+    words.port.words[0x10] = 1;
+    CIntegerPtr isFactory = map._GetNode("IsFactory");
+    EXPECT_EQ(isFactory->GetValue(), 1);
+    EXPECT_DOUBLE_EQ(CFloatPtr(map._GetNode("Half"))->GetValue(), 0.5);
+    CBooleanPtr(map._GetNode("Factory"))->SetValue(false);
+    EXPECT_EQ(isFactory->GetValue(), 0);
+}
+
 // GenApi's integer parser stops at a decimal point, and a float division by zero is an infinity even when
 // the dividend is zero too, where a product of zero and infinity passes as not-a-number.
 TEST(FormulaRules, IntegerFormulasRefuseFloatLiteralsAndDivisionsByZeroAreInfinite) {
