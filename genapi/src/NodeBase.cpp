@@ -3,6 +3,7 @@
 #include "NodeMapImpl.h"
 #include "PortDevice.h"
 #include <GenApi/EnumClasses.h>
+#include <GenApi/IBoolean.h>
 #include <GenApi/IInteger.h>
 #include <GenApi/IValue.h>
 #include <algorithm>
@@ -100,13 +101,16 @@ void CNodeBase::changed() {
     m_Map.noteChanged(this, true);
 }
 
-// GenApi reads pIsImplemented, pIsAvailable and pIsLocked as integers; one that names a node of another
-// kind (a boolean, say) is not consulted.
+// GenApi reads pIsImplemented, pIsAvailable and pIsLocked as integers or booleans; one that names a node
+// of another kind is not consulted, nor is a boolean condition of a category.
 bool CNodeBase::isCondition(const char* property) const {
     if (!m_Description.has(property))
         return false;
     const CNodeBase* condition = pointee(property);
-    return !condition || condition->GetPrincipalInterfaceType() == intfIInteger;
+    if (!condition)
+        return true;
+    const EInterfaceType kind = condition->GetPrincipalInterfaceType();
+    return kind == intfIInteger || (kind == intfIBoolean && m_PrincipalType != intfICategory);
 }
 
 // Answered by the integer node a pointer names, so from the value that node keeps; nothing when the pointer
@@ -117,13 +121,14 @@ bool CNodeBase::integerOfPointee(const char* property, int64_t& value) const {
 }
 
 bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
-    if (!target || target->m_PrincipalType != intfIInteger)
+    if (!target || (target->m_PrincipalType != intfIInteger && target->m_PrincipalType != intfIBoolean))
         return false;
     GenApi::IInteger* integer = dynamic_cast<GenApi::IInteger*>(target);
-    if (!integer || !IsReadable(target->GetAccessMode()))
+    GenApi::IBoolean* boolean = dynamic_cast<GenApi::IBoolean*>(target);
+    if ((!integer && !boolean) || !IsReadable(target->GetAccessMode()))
         return false;
     try {
-        value = integer->GetValue();
+        value = integer ? integer->GetValue() : (boolean->GetValue() ? 1 : 0);
         return true;
     } catch (const GenICam::GenericException&) {
         return false;

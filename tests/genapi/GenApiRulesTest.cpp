@@ -650,22 +650,32 @@ TEST(ValueRules, IntegersWithAValueKeepWhatIsWrittenAndPassItOn) {
     EXPECT_EQ(twice->GetValue(), 14);
 }
 
-TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsMustBeIntegers) {
+TEST(DescriptionRules, StructEntriesOverrideTheirRegisterAndConditionsAreIntegersOrBooleans) {
     SWordMap words(
         R"(<StructReg Comment="Flags"><Address>0</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess>
     <StructEntry Name="Switch"><AccessMode>RW</AccessMode><Bit>0</Bit></StructEntry>
     <StructEntry Name="Status"><Bit>1</Bit></StructEntry>
   </StructReg>
   <Boolean Name="Hidden"><Value>0</Value><OnValue>1</OnValue><OffValue>0</OffValue></Boolean>
+  <String Name="Text"><Value>0</Value></String>
   <Integer Name="Guarded"><pIsAvailable>Hidden</pIsAvailable><Value>5</Value></Integer>
+  <Integer Name="Absent"><pIsImplemented>Hidden</pIsImplemented><Value>5</Value></Integer>
+  <Integer Name="TextGuarded"><pIsAvailable>Text</pIsAvailable><Value>5</Value></Integer>
+  <Category Name="Group"><pIsAvailable>Hidden</pIsAvailable><pFeature>TextGuarded</pFeature></Category>
   <Integer Name="Zero"><Value>0</Value></Integer>
   <Integer Name="Unavailable"><pIsAvailable>Zero</pIsAvailable><Value>5</Value></Integer>)");
     CNodeMapRef& map = words.map;
     EXPECT_EQ(map._GetNode("Switch")->GetAccessMode(), RW);
     EXPECT_EQ(map._GetNode("Status")->GetAccessMode(), RO);
-    // A boolean named as a condition is not consulted; an integer is.
-    EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), RW);
+    // Integers and booleans named as conditions are consulted, a string is not; a category does not
+    // consult a boolean.
+    EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), NA);
+    EXPECT_EQ(map._GetNode("Absent")->GetAccessMode(), NI);
     EXPECT_EQ(map._GetNode("Unavailable")->GetAccessMode(), NA);
+    EXPECT_EQ(map._GetNode("TextGuarded")->GetAccessMode(), RW);
+    EXPECT_EQ(map._GetNode("Group")->GetAccessMode(), RO);
+    CBooleanPtr(map._GetNode("Hidden"))->SetValue(true);
+    EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), RW);
 }
 
 namespace {
