@@ -94,7 +94,11 @@ void CFormulaEvaluation::setVariable(const std::string& name, CNodeBase* source)
         m_Values[name] = number;
         return;
     } else if (IEnumeration* enumeration = dynamic_cast<IEnumeration*>(source)) {
-        integer = enumeration->GetIntValue(m_Verify, m_IgnoreCache);
+        // GenApi reads an enumeration through its current entry, so a value no entry has fails.
+        IEnumEntry* current = enumeration->GetCurrentEntry(m_Verify, m_IgnoreCache);
+        if (!current)
+            m_Node.raiseError(EError::LogicalError, "GetValue", "NULL pointer dereferenced");
+        integer = current->GetValue();
     } else if (IBoolean* boolean = dynamic_cast<IBoolean*>(source)) {
         integer = boolean->GetValue(m_Verify, m_IgnoreCache) ? 1 : 0;
     }

@@ -126,9 +126,9 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
 // that points to it, holds that value here: Aravis never reads or writes it then, and reading it through
 // Aravis would keep a text buffer per node. A node the description only implies has no twin in Aravis
 // that could hold the value instead. An integer converter, and a formula Aravis does not know (a
-// converter's), whose constants live in nodes that may be written or that reads a boolean, are evaluated
-// here; a plain pValue
-// link is followed through the engine, so that GenApi's rules for the node it names hold all the way down.
+// converter's), whose constants live in nodes that may be written or that reads a boolean or an enumeration,
+// are evaluated here; a plain pValue link is followed through the engine, so that GenApi's rules for the node
+// it names hold all the way down.
 CIntegerNode::ESource CIntegerNode::source() {
     if (m_Source != ESource::Unknown)
         return m_Source;
@@ -140,8 +140,8 @@ CIntegerNode::ESource CIntegerNode::source() {
     else if (d.tag == "IntConverter")
         m_Source = ESource::Converter;
     else if (d.tag == "IntSwissKnife")
-        m_Source =
-            !arvNode() || d.has("Constant") || readsBoolean() ? ESource::Formula : ESource::AravisFormula;
+        m_Source = !arvNode() || d.has("Constant") || readsBooleanOrEnumeration() ? ESource::Formula
+                                                                                  : ESource::AravisFormula;
     else if (plainInteger && !d.has("pIndex") && d.has("pValue"))
         m_Source = ESource::Pointee;
     else
@@ -149,11 +149,13 @@ CIntegerNode::ESource CIntegerNode::source() {
     return m_Source;
 }
 
-// GenApi reads a boolean variable as 0 or 1, where Aravis cannot read it as a number at all.
-bool CIntegerNode::readsBoolean() const {
+// GenApi reads a boolean variable as 0 or 1, where Aravis cannot read it as a number at all, and an
+// enumeration through its current entry, where Aravis takes whatever its register holds.
+bool CIntegerNode::readsBooleanOrEnumeration() const {
     for (const std::string& variable : description().values("pVariable")) {
         const CNodeBase* source = map().node(variable);
-        if (source && source->description().tag == "Boolean")
+        const std::string kind = source ? source->description().tag : std::string();
+        if (kind == "Boolean" || kind == "Enumeration")
             return true;
     }
     return false;

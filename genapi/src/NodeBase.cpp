@@ -121,24 +121,29 @@ bool CNodeBase::integerOfPointee(const char* property, int64_t& value) const {
 }
 
 bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
+    try {
+        return readIntegerOf(target, value);
+    } catch (const GenICam::GenericException&) {
+        return false;
+    }
+}
+
+bool CNodeBase::readIntegerOf(CNodeBase* target, int64_t& value) {
     if (!target || (target->m_PrincipalType != intfIInteger && target->m_PrincipalType != intfIBoolean))
         return false;
     GenApi::IInteger* integer = dynamic_cast<GenApi::IInteger*>(target);
     GenApi::IBoolean* boolean = dynamic_cast<GenApi::IBoolean*>(target);
     if ((!integer && !boolean) || !IsReadable(target->GetAccessMode()))
         return false;
-    try {
-        value = integer ? integer->GetValue() : (boolean->GetValue() ? 1 : 0);
-        return true;
-    } catch (const GenICam::GenericException&) {
-        return false;
-    }
+    value = integer ? integer->GetValue() : (boolean->GetValue() ? 1 : 0);
+    return true;
 }
 
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
+    // A condition that fails to evaluate fails the access mode, as in GenApi.
     int64_t value = 0;
-    if (integerOfPointee(property, value))
+    if (readIntegerOf(pointee(property), value))
         return value != 0;
     if (const CNodeBase* condition = pointee(property))
         condition->raiseIfFormulaUnsupported(method);

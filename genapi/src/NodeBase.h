@@ -127,6 +127,8 @@ protected:
     CNodeBase* pointee(const char* property) const;
     bool integerOfPointee(const char* property, int64_t& value) const;
     static bool integerOf(CNodeBase* target, int64_t& value);
+    // As integerOf, but an exception of the node's evaluation passes on.
+    static bool readIntegerOf(CNodeBase* target, int64_t& value);
     // Access of a register node: its AccessMode (RO by default) combined with its port's access.
     GenApi::EAccessMode registerAccessMode() const;
     // Access of a formula (swiss knife or converter): NI when one of its variables or its pValue is not

@@ -397,6 +397,24 @@ TEST(FormulaRules, BooleanVariablesReadAsOneOrZero) {
     EXPECT_EQ(isFactory->GetValue(), 0);
 }
 
+// A formula reads an enumeration through its current entry: with a value no entry has, it fails with
+// GenApi's "NULL pointer dereferenced", and so does the access of a node it guards.
+TEST(FormulaRules, EnumerationVariablesWithoutACurrentEntryFail) {
+    SWordMap words(
+        R"(<Enumeration Name="Mode"><EnumEntry Name="Timed"><Value>1</Value></EnumEntry><pValue>ModeReg</pValue></Enumeration>
+  <IntSwissKnife Name="IsTimed"><pVariable Name="M">Mode</pVariable><Formula>M=1</Formula></IntSwissKnife>
+  <Integer Name="Guarded"><pIsAvailable>IsTimed</pIsAvailable><Value>5</Value></Integer>)" +
+        intReg("ModeReg", 0x10));
+    CNodeMapRef& map = words.map;
+    words.port.words[0x10] = 7;
+    CIntegerPtr isTimed = map._GetNode("IsTimed");
+    EXPECT_THROW(isTimed->GetValue(), GenICam::LogicalErrorException);
+    EXPECT_THROW(map._GetNode("Guarded")->GetAccessMode(), GenICam::LogicalErrorException);
+    CEnumerationPtr(map._GetNode("Mode"))->SetIntValue(1);
+    EXPECT_EQ(isTimed->GetValue(), 1);
+    EXPECT_EQ(map._GetNode("Guarded")->GetAccessMode(), RW);
+}
+
 // GenApi's integer parser stops at a decimal point, and a float division by zero is an infinity even when
 // the dividend is zero too, where a product of zero and infinity passes as not-a-number.
 TEST(FormulaRules, IntegerFormulasRefuseFloatLiteralsAndDivisionsByZeroAreInfinite) {
