@@ -29,6 +29,10 @@ IFloat* CFloatNode::source() const {
     return dynamic_cast<IFloat*>(pointee("pValue"));
 }
 
+IInteger* CFloatNode::integerSource() const {
+    return dynamic_cast<IInteger*>(pointee("pValue"));
+}
+
 EAccessMode CFloatNode::naturalAccessMode() const {
     const std::string& tag = description().tag;
     if (isRegisterKind(tag))
@@ -113,8 +117,13 @@ bool CFloatNode::converterLimit(bool minimum, const char* method, double& limit)
                                   : (lower ? floating->GetMin() : floating->GetMax());
         return CFormulaEvaluation(*this, to).asFloat(method);
     };
-    const double atLow = convertedAt(true), atHigh = convertedAt(false);
+    // A converter whose slope may change sign has the widest limits.
     const std::string& slope = description().value("Slope");
+    if (slope == "Varying") {
+        limit = minimum ? -std::numeric_limits<double>::max() : std::numeric_limits<double>::max();
+        return true;
+    }
+    const double atLow = convertedAt(true), atHigh = convertedAt(false);
     if (slope == "Increasing")
         limit = minimum ? atLow : atHigh;
     else if (slope == "Decreasing")
@@ -154,8 +163,11 @@ double CFloatNode::GetMax() {
     return std::min(maximum, m_ImposedMax);
 }
 
+// A float over an integer steps as the integer does.
 bool CFloatNode::HasInc() {
     if (description().has("Inc") || description().has("pInc"))
+        return true;
+    if (description().tag == "Float" && integerSource())
         return true;
     IFloat* from = source();
     return from && !description().has("Min") && !description().has("pMin") && from->HasInc();
@@ -169,8 +181,11 @@ double CFloatNode::GetInc() {
     CMapEntry entry(map());
     if (!HasInc())
         raise(EError::Runtime, "GetInc", "node does not have an increment.");
-    if (!description().has("Inc") && !description().has("pInc"))
+    if (!description().has("Inc") && !description().has("pInc")) {
+        if (IInteger* integer = source() ? nullptr : integerSource())
+            return static_cast<double>(integer->GetInc());
         return source()->GetInc();
+    }
     return arvCall("GetInc", [&](GError** e) { return arv_gc_float_get_inc(floating("GetInc"), e); });
 }
 
@@ -191,15 +206,19 @@ ERepresentation CFloatNode::describedRepresentation() {
     if (ERepresentationClass::FromString(description().value("Representation").c_str(), &representation)) {
         return representation;
     }
-    IFloat* from = source();
-    return from ? from->GetRepresentation() : PureNumber;
+    if (IFloat* from = source())
+        return from->GetRepresentation();
+    IInteger* integer = integerSource();
+    return integer ? integer->GetRepresentation() : PureNumber;
 }
 
 gcstring CFloatNode::GetUnit() const {
     if (description().has("Unit"))
         return description().value("Unit").c_str();
-    IFloat* from = source();
-    return from ? from->GetUnit() : gcstring();
+    if (IFloat* from = source())
+        return from->GetUnit();
+    IInteger* integer = integerSource();
+    return integer ? integer->GetUnit() : gcstring();
 }
 
 EDisplayNotation CFloatNode::GetDisplayNotation() const {

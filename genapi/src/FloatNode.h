@@ -3,6 +3,7 @@
 #define GENAPI_ENGINE_FLOATNODE_H
 
 #include <GenApi/IFloat.h>
+#include <GenApi/IInteger.h>
 #include "ValueNode.h"
 
 namespace GenApiEngine {
@@ -44,6 +45,8 @@ private:
     void checkAvailable(const char* method) const;
     // The float node behind pValue, which supplies what this node does not describe itself.
     GenApi::IFloat* source() const;
+    // The integer behind pValue, if it names one: it supplies increment, representation and unit.
+    GenApi::IInteger* integerSource() const;
 
     GenApi::ERepresentation describedRepresentation();
     // The limit of a converter without limits of its own; false for other nodes.

@@ -5,6 +5,7 @@
 #include <GenApiEngine/DescriptionSchema.h>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <algorithm>
 #include <map>
 
@@ -357,7 +358,11 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
   <Converter Name="Guessed"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Raw</pValue></Converter>
   <Converter Name="Broken"><pVariable Name="Z">Zero</pVariable><FormulaTo>FROM*Z</FormulaTo><FormulaFrom>TO/Z</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></Converter>
   <IntConverter Name="Twice"><FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>Raw</pValue><Slope>Increasing</Slope></IntConverter>
-  <IntConverter Name="Folded"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO%4</FormulaFrom><pValue>Raw</pValue><Slope>Varying</Slope></IntConverter>)");
+  <IntConverter Name="Folded"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO%4</FormulaFrom><pValue>Raw</pValue><Slope>Varying</Slope></IntConverter>
+  <Converter Name="Wavy"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO%4</FormulaFrom><pValue>Raw</pValue><Slope>Varying</Slope></Converter>
+  <Integer Name="Steps"><Value>6</Value><Min>0</Min><Max>60</Max><Inc>3</Inc><Representation>Linear</Representation><Unit>mm</Unit></Integer>
+  <Float Name="Length"><pValue>Steps</pValue></Float>
+  <Converter Name="Scaled"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Steps</pValue><Slope>Increasing</Slope></Converter>)");
     CNodeMapRef& map = words.map;
     CFloatPtr falling(map._GetNode("Falling"));
     EXPECT_DOUBLE_EQ(falling->GetMin(), 90.0);
@@ -379,6 +384,20 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
     EXPECT_EQ(folded->GetMin(), INT64_MIN);
     EXPECT_EQ(folded->GetMax(), INT64_MAX);
     EXPECT_EQ(folded->GetValue(), 1);
+    // So does a float converter.
+    CFloatPtr wavy(map._GetNode("Wavy"));
+    EXPECT_EQ(wavy->GetMin(), -std::numeric_limits<double>::max());
+    EXPECT_EQ(wavy->GetMax(), std::numeric_limits<double>::max());
+    // A float over an integer steps, shows and measures as the integer does; a converter over it takes
+    // its representation.
+    CFloatPtr length(map._GetNode("Length"));
+    ASSERT_TRUE(length->HasInc());
+    EXPECT_DOUBLE_EQ(length->GetInc(), 3.0);
+    EXPECT_EQ(length->GetRepresentation(), Linear);
+    EXPECT_STREQ(length->GetUnit().c_str(), "mm");
+    CFloatPtr scaled(map._GetNode("Scaled"));
+    EXPECT_EQ(scaled->GetRepresentation(), Linear);
+    EXPECT_FALSE(scaled->HasInc());
 }
 
 // A formula reads a boolean variable as 1 or 0, and follows it when it is written.
