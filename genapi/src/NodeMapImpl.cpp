@@ -89,10 +89,13 @@ CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring
     std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml, true));
     refuseReadCycles(*index);
     const SPortRouting routing = routePorts(*index);
-    const std::string tagged = routing.tagged() ? tagPortAddresses(index->document(), routing) : xml;
+    const bool trimmed = trimPaddedTexts(index->document());
+    const std::string forAravis = routing.tagged() ? tagPortAddresses(index->document(), routing)
+                                  : trimmed        ? documentText(index->document())
+                                                   : xml;
     index->releaseDocument();
     ArvDevice* device = createPortDevice();
-    ArvGc* genicam = arv_gc_new(device, tagged.data(), tagged.size());
+    ArvGc* genicam = arv_gc_new(device, forAravis.data(), forAravis.size());
     if (!genicam) {
         g_object_unref(device);
         throw RUNTIME_EXCEPTION("The camera description could not be loaded");

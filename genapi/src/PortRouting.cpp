@@ -129,6 +129,10 @@ std::string tagPortAddresses(xmlDoc* document, const SPortRouting& routing) {
     if (!document || !xmlDocGetRootElement(document))
         throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
     tagElements(xmlDocGetRootElement(document), routing);
+    return documentText(document);
+}
+
+std::string documentText(xmlDoc* document) {
     xmlChar* buffer = nullptr;
     int size = 0;
     xmlDocDumpMemory(document, &buffer, &size);

@@ -33,6 +33,8 @@ SPortRouting routePorts(const CXmlIndex& index);
 // ports carry their tag as an extra Address, and tagged ports lose their ChunkID and EventID, so that their
 // transfers reach the device.
 std::string tagPortAddresses(_xmlDoc* document, const SPortRouting& routing);
+// The text of a parsed document.
+std::string documentText(_xmlDoc* document);
 
 }  // namespace GenApiEngine
 

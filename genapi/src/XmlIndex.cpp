@@ -1,5 +1,7 @@
 // Walks a camera description with libxml2 and records each node's properties in document order.
 #include "XmlIndex.h"
+#include <cctype>
+#include <cstring>
 #include "TextForms.h"
 #include <Base/GCException.h>
 #include <libxml/parser.h>
@@ -251,6 +253,48 @@ CXmlIndex::CXmlIndex(const std::string& xml, bool keepDocument) {
         m_Document = document;
     else
         xmlFreeDoc(document);
+}
+
+namespace {
+
+// Whether a leaf element's text starts or ends with whitespace, looked up without copying it.
+bool isPadded(xmlNode* leaf) {
+    const xmlNode* text = leaf->children;
+    if (!text || text->type != XML_TEXT_NODE || !text->content || !text->content[0])
+        return false;
+    const char* content = reinterpret_cast<const char*>(text->content);
+    const size_t length = std::strlen(content);
+    return std::isspace(static_cast<unsigned char>(content[0])) ||
+           std::isspace(static_cast<unsigned char>(content[length - 1])) || text->next;
+}
+
+bool trimLeafTexts(xmlNode* element) {
+    bool changed = false;
+    for (xmlNode* child = element->children; child; child = child->next) {
+        if (child->type != XML_ELEMENT_NODE)
+            continue;
+        if (hasElementChildren(child)) {
+            changed = trimLeafTexts(child) || changed;
+            continue;
+        }
+        if (!isPadded(child) || keepsWhitespace(elementName(child)))
+            continue;
+        const std::string content = contentOf(child);
+        const std::string bare = trimmed(content);
+        if (bare.size() == content.size())
+            continue;
+        xmlNodeSetContent(child, nullptr);
+        xmlNodeAddContent(child, BAD_CAST bare.c_str());
+        changed = true;
+    }
+    return changed;
+}
+
+}  // namespace
+
+bool trimPaddedTexts(_xmlDoc* document) {
+    xmlNode* root = document ? xmlDocGetRootElement(document) : nullptr;
+    return root && trimLeafTexts(root);
 }
 
 CXmlIndex::~CXmlIndex() {

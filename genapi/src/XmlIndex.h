@@ -59,6 +59,10 @@ struct SNodeDescription {
     std::vector<std::string> values(const std::string& property) const;
 };
 
+// Trims the whitespace around names and numbers in the parsed document (a description may write
+// "<pPort>\n  Device\n</pPort>"), where Aravis takes texts as written; true when it changed any.
+bool trimPaddedTexts(_xmlDoc* document);
+
 class CXmlIndex {
 public:
     // Parses the description text; throws GenICam::RuntimeException when it is not well-formed XML. With

@@ -54,14 +54,15 @@ std::string typeOf(const GenICam::GenericException& e) {
 }  // namespace
 
 TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
-    const std::vector<std::string> names = describedCameras(PC_CAMERA_DESCRIPTIONS);
-    if (names.empty())
+    const std::vector<std::string> paths =
+        describedCameraPaths({PC_CAMERA_DESCRIPTIONS, PC_MORE_CAMERA_DESCRIPTIONS});
+    if (paths.empty())
         GTEST_SKIP() << "no camera descriptions in " << PC_CAMERA_DESCRIPTIONS;
-    for (const std::string& name : names) {
-        const std::string file = name + ".xml";
+    for (const std::string& path : paths) {
+        const std::string file = describedCameraName(path) + ".xml";
         SCOPED_TRACE(file);
         CNodeMapRef map;
-        ASSERT_NO_THROW(map._LoadXMLFromFile((std::string(PC_CAMERA_DESCRIPTIONS) + "/" + file).c_str()));
+        ASSERT_NO_THROW(map._LoadXMLFromFile(path.c_str()));
         CMemoryPort port;
         ASSERT_TRUE(map._Connect(&port));
         NodeList_t nodes;

@@ -932,6 +932,29 @@ TEST(DescriptionRules, NodesDefinedInsideRegistersAreNodesOfTheirOwn) {
     EXPECT_EQ(CIntegerPtr(map._GetNode("FlagB"))->GetValue(), 1);
 }
 
+// Whitespace around names and numbers does not stop the engine (GenApi refuses such a description; the
+// engine loads it leniently and then reads it as if the texts were trimmed).
+TEST(DescriptionRules, NamesAndNumbersWrittenWithWhitespaceAroundThemWork) {
+    SWordMap words(R"(<Integer Name="Gain">
+      <pValue>
+        GainReg
+      </pValue>
+    </Integer>
+    <IntReg Name="GainReg"><Address>
+        0x10
+      </Address><Length> 4 </Length><AccessMode>
+        RW
+      </AccessMode><pPort>
+        Device
+      </pPort><Endianess>LittleEndian</Endianess></IntReg>)");
+    words.port.words[0x10] = 9;
+    CIntegerPtr gain = words.map._GetNode("Gain");
+    EXPECT_EQ(gain->GetAccessMode(), RW);
+    EXPECT_EQ(gain->GetValue(), 9);
+    gain->SetValue(11);
+    EXPECT_EQ(words.port.words[0x10], 11u);
+}
+
 TEST(DescriptionRules, StructEntriesInheritEveryInvalidatorOfTheirRegister) {
     SWordMap words(propertyNodes);
     CIntegerPtr flag = words.map._GetNode("Flag");

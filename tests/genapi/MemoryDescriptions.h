@@ -63,6 +63,23 @@ inline std::vector<std::string> describedCameras(const std::string& folder) {
     return names;
 }
 
+// The paths of the descriptions in each folder, folder by folder; empty when none is there.
+inline std::vector<std::string> describedCameraPaths(const std::vector<std::string>& folders) {
+    std::vector<std::string> paths;
+    for (const std::string& folder : folders) {
+        for (const std::string& name : describedCameras(folder))
+            paths.push_back(folder + "/" + name + ".xml");
+    }
+    return paths;
+}
+
+// A description's name: its file name without folder and ".xml".
+inline std::string describedCameraName(const std::string& path) {
+    const size_t slash = path.find_last_of('/');
+    const std::string file = slash == std::string::npos ? path : path.substr(slash + 1);
+    return file.size() > 4 ? file.substr(0, file.size() - 4) : file;
+}
+
 inline std::string fileText(const std::string& path) {
     std::ifstream file(path);
     std::stringstream text;
