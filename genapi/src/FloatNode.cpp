@@ -133,13 +133,31 @@ bool CFloatNode::converterLimit(bool minimum, const char* method, double& limit)
     return true;
 }
 
+// A Float without limits of its own takes those of the node its value comes from, as the engine works
+// them out (a converter's included).
+bool CFloatNode::sourceLimit(bool minimum, double& limit) {
+    const SNodeDescription& d = description();
+    const char* own = minimum ? "Min" : "Max";
+    if (d.tag != "Float" || d.has(own) || d.has(std::string("p") + own))
+        return false;
+    if (IFloat* from = source()) {
+        limit = minimum ? from->GetMin() : from->GetMax();
+        return true;
+    }
+    if (IInteger* from = integerSource()) {
+        limit = static_cast<double>(minimum ? from->GetMin() : from->GetMax());
+        return true;
+    }
+    return false;
+}
+
 double CFloatNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMin")))
         return std::max(limit->GetValue(), m_ImposedMin);
     double converted = 0;
-    if (converterLimit(true, "GetMin", converted))
+    if (converterLimit(true, "GetMin", converted) || sourceLimit(true, converted))
         return std::max(converted, m_ImposedMin);
     const double minimum = cachedLimit(m_Min, "Min", [&] {
         return limitOr<double>("GetMin", "Min", -std::numeric_limits<double>::max(),
@@ -154,7 +172,7 @@ double CFloatNode::GetMax() {
     if (IFloat* limit = dynamic_cast<IFloat*>(pointee("pMax")))
         return std::min(limit->GetValue(), m_ImposedMax);
     double converted = 0;
-    if (converterLimit(false, "GetMax", converted))
+    if (converterLimit(false, "GetMax", converted) || sourceLimit(false, converted))
         return std::min(converted, m_ImposedMax);
     const double maximum = cachedLimit(m_Max, "Max", [&] {
         return limitOr<double>("GetMax", "Max", std::numeric_limits<double>::max(),

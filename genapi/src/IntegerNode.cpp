@@ -240,7 +240,9 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
         if (integerOfPointee(("p" + limitName).c_str(), value) ||
             textToInteger(description().value(limitName), value))
             return value;
-        if (description().has("pValueCopy") && limitName != "Inc")
+        // An integer over another takes that node's limits, as the engine works them out.
+        const bool linked = description().tag == "Integer" && description().has("pValue");
+        if ((linked || description().has("pValueCopy")) && limitName != "Inc")
             return sharedLimit(limitName == "Min", fallback);
         // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
         // such an integer converter the widest limits.

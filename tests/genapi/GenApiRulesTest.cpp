@@ -362,7 +362,10 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
   <Converter Name="Wavy"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO%4</FormulaFrom><pValue>Raw</pValue><Slope>Varying</Slope></Converter>
   <Integer Name="Steps"><Value>6</Value><Min>0</Min><Max>60</Max><Inc>3</Inc><Representation>Linear</Representation><Unit>mm</Unit></Integer>
   <Float Name="Length"><pValue>Steps</pValue></Float>
-  <Converter Name="Scaled"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Steps</pValue><Slope>Increasing</Slope></Converter>)");
+  <Converter Name="Scaled"><FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>Steps</pValue><Slope>Increasing</Slope></Converter>
+  <Integer Name="OverFolded"><pValue>Folded</pValue></Integer>
+  <Float Name="OverWavy"><pValue>Wavy</pValue></Float>
+  <Float Name="OverFalling"><pValue>Falling</pValue></Float>)");
     CNodeMapRef& map = words.map;
     CFloatPtr falling(map._GetNode("Falling"));
     EXPECT_DOUBLE_EQ(falling->GetMin(), 90.0);
@@ -398,6 +401,10 @@ TEST(FormulaRules, ConverterLimitsFollowTheSlope) {
     CFloatPtr scaled(map._GetNode("Scaled"));
     EXPECT_EQ(scaled->GetRepresentation(), Linear);
     EXPECT_FALSE(scaled->HasInc());
+    // A value over a converter has the converter's limits.
+    EXPECT_EQ(CIntegerPtr(map._GetNode("OverFolded"))->GetMax(), INT64_MAX);
+    EXPECT_EQ(CFloatPtr(map._GetNode("OverWavy"))->GetMin(), -std::numeric_limits<double>::max());
+    EXPECT_DOUBLE_EQ(CFloatPtr(map._GetNode("OverFalling"))->GetMax(), 98.0);
 }
 
 // A formula reads a boolean variable as 1 or 0, and follows it when it is written.
