@@ -1,5 +1,7 @@
 // IFloat over Aravis' float interface, with GenApi's checks, display forms and imposed limits.
 #include "FloatNode.h"
+#include <cmath>
+#include <cctype>
 #include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
@@ -267,7 +269,8 @@ void CFloatNode::ImposeMax(double Value) {
     changed();
 }
 
-// Formats with the display notation and precision, and keeps a rounded text inside the limits.
+// Formats with the display notation and precision, and keeps the text of a value inside the limits
+// inside them.
 gcstring CFloatNode::ToString(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     const double value = GetValue(Verify, IgnoreCache);
@@ -277,12 +280,24 @@ gcstring CFloatNode::ToString(bool Verify, bool IgnoreCache) {
     double printed = value;
     const double minimum = GetMin();
     const double maximum = GetMax();
-    const bool inRange = value >= minimum && value <= maximum;
-    while (inRange && textToFloat(text, printed) && (printed < minimum || printed > maximum) &&
-           precision < 17) {
+    if (value > maximum || value < minimum)
+        return floatToText(towardsLimits(value, text, value > maximum), notation, precision).c_str();
+    while (textToFloat(text, printed) && (printed < minimum || printed > maximum) && precision < 17)
         text = floatToText(value, notation, ++precision);
-    }
     return text.c_str();
+}
+
+// GenApi moves a value outside its limits half a unit of the last decimal its text shows towards them
+// before printing it; in scientific notation that is the mantissa's last decimal, whatever the exponent.
+double CFloatNode::towardsLimits(double value, const std::string& text, bool above) {
+    const size_t point = text.find('.');
+    int decimals = 0;
+    if (point != std::string::npos) {
+        for (size_t i = point + 1; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i)
+            ++decimals;
+    }
+    const double half = 0.5 * std::pow(10.0, -decimals);
+    return above ? value - half : value + half;
 }
 
 void CFloatNode::FromString(const gcstring& ValueStr, bool Verify) {

@@ -50,6 +50,7 @@ private:
 
     GenApi::ERepresentation describedRepresentation();
     // The limit of a converter without limits of its own; false for other nodes.
+    static double towardsLimits(double value, const std::string& text, bool above);
     bool sourceLimit(bool minimum, double& limit);
     bool converterLimit(bool minimum, const char* method, double& limit);
 

@@ -164,11 +164,12 @@ TEST_F(GenApiRulesTest, ValueTextsOfEveryKindOfNode) {
     poke(12, 1);
     EXPECT_STREQ(node<IValue>("Start")->ToString().c_str(), "0");
 
-    // Floats keep the display precision, also for values outside the limits.
+    // Floats keep the display precision; a value outside the limits is printed half a unit of its last
+    // decimal nearer to them.
     poke(8, 123456);
     EXPECT_STREQ(node<IValue>("Ratio")->ToString().c_str(), "123.456");
     poke(8, 1234567);
-    EXPECT_STREQ(node<IValue>("Ratio")->ToString().c_str(), "1234.57");
+    EXPECT_STREQ(node<IValue>("Ratio")->ToString().c_str(), "1234.56");
 }
 
 TEST_F(GenApiRulesTest, AccessModesAndVisibilitiesDerivedFromOtherNodes) {
@@ -646,6 +647,26 @@ TEST(AccessRules, FormulasLimitsAndConditionsPassOnWhatTheyAreComputedFrom) {
     EXPECT_EQ(access("BusyMax"), RW);
     EXPECT_EQ(access("AvailableIfAbsent"), NI);
     EXPECT_EQ(access("ImplementedIfBusy"), NA);
+}
+
+// A float outside its limits is printed half a unit of its text's last decimal nearer to them; in
+// scientific notation that unit is the mantissa's, so a tiny value moves by far more than itself.
+TEST(ValueRules, FloatsOutsideTheirLimitsArePrintedHalfAUnitNearer) {
+    SWordMap words(R"(<Float Name="Above"><Value>56780.984375</Value><Min>-2</Min><Max>2</Max></Float>
+  <Float Name="Below"><Value>-10</Value><Min>0.015</Min><Max>45.8</Max></Float>
+  <Float Name="Fine"><Value>836.87371808904447</Value><Min>373</Min><Max>825</Max></Float>
+  <Float Name="Tiny"><Value>1.0223622621229056e-07</Value><Min>9.7e30</Min><Max>1.9e34</Max></Float>
+  <Float Name="Inside"><Value>1.5</Value><Min>0</Min><Max>2</Max></Float>)");
+    const auto text = [&](const char* name) {
+        return std::string(CFloatPtr(words.map._GetNode(name))->ToString().c_str());
+    };
+    EXPECT_EQ(text("Above"), "56780.5");
+    EXPECT_EQ(text("Below"), "-9.5");
+    EXPECT_EQ(text("Fine"), "836.873");
+    EXPECT_EQ(text("Tiny"), "5.10224e-06");
+    EXPECT_EQ(text("Inside"), "1.5");
+    // The value itself is untouched.
+    EXPECT_DOUBLE_EQ(CFloatPtr(words.map._GetNode("Below"))->GetValue(), -10.0);
 }
 
 // A value written to pValue and to each pValueCopy must fit all of them: its limits are where their ranges
