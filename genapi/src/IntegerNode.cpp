@@ -1,5 +1,6 @@
 // IInteger over Aravis' integer interface, with GenApi's checks, limits and text forms.
 #include "IntegerNode.h"
+#include <cstring>
 #include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
@@ -232,26 +233,49 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
 
 // A limit named by an integer node is that node's value; one written as a number is read from the text;
 // anything else is Aravis' to work out.
+// Where a limit comes from follows from the description alone, so it is worked out once per limit.
+const CIntegerNode::SLimitSource& CIntegerNode::limitSource(const std::string& name) {
+    SLimitSource& source = m_LimitSources[name == "Min" ? 0 : name == "Max" ? 1 : 2];
+    if (source.known)
+        return source;
+    const SNodeDescription& d = description();
+    source.pointee = pointee(("p" + name).c_str());
+    source.constant = textToInteger(d.value(name), source.value);
+    // An integer over another takes that node's limits, as the engine works them out; so does one whose
+    // value is copied to others, where all their ranges overlap.
+    const bool linked = d.tag == "Integer" && d.has("pValue");
+    if ((linked || d.has("pValueCopy")) && name != "Inc") {
+        for (const SProperty& property : d.properties) {
+            if (property.name != "pValue" && property.name != "pValueCopy")
+                continue;
+            if (IInteger* target = dynamic_cast<IInteger*>(map().node(property.value)))
+                source.shared.push_back(target);
+        }
+        source.copied = true;
+    }
+    // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives such
+    // an integer converter the widest limits.
+    source.widest = d.tag == "IntConverter" && d.value("Slope") == "Varying";
+    source.converter = d.tag == "IntConverter" && name != "Inc";
+    source.known = true;
+    return source;
+}
+
 int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const char* method,
                             int64_t fallback, gint64 (*arvLimit)(ArvGcInteger*, GError**)) {
     return cachedLimit(slot, name, [&] {
-        const std::string limitName(name);
+        const SLimitSource& source = limitSource(name);
         int64_t value = 0;
-        if (integerOfPointee(("p" + limitName).c_str(), value) ||
-            textToInteger(description().value(limitName), value))
+        if (integerOf(source.pointee, value))
             return value;
-        // An integer over another takes that node's limits, as the engine works them out.
-        const bool linked = description().tag == "Integer" && description().has("pValue");
-        if ((linked || description().has("pValueCopy")) && limitName != "Inc")
-            return sharedLimit(limitName == "Min", fallback);
-        // A conversion that rises and falls maps its pValue's limits nowhere in particular: GenApi gives
-        // such an integer converter the widest limits.
-        if (description().tag == "IntConverter") {
-            if (description().value("Slope") == "Varying")
-                return fallback;
-            if (limitName != "Inc")
-                CFormulaEvaluation::refuseFloatLiterals(*this, "FormulaFrom", method);
-        }
+        if (source.constant)
+            return source.value;
+        if (source.copied)
+            return sharedLimit(source.shared, std::strcmp(name, "Min") == 0, fallback);
+        if (source.widest)
+            return fallback;
+        if (source.converter)
+            CFormulaEvaluation::refuseFloatLiterals(*this, "FormulaFrom", method);
         return limitOr<int64_t>(method, name, fallback,
                                 [&](GError** e) { return arvLimit(integer(method), e); });
     });
@@ -259,15 +283,10 @@ int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const
 
 // A value written to pValue and to every pValueCopy must fit all of them: the limits are where their
 // ranges overlap.
-int64_t CIntegerNode::sharedLimit(bool minimum, int64_t fallback) const {
+int64_t CIntegerNode::sharedLimit(const std::vector<IInteger*>& targets, bool minimum, int64_t fallback) {
     int64_t bound = fallback;
     bool found = false;
-    for (const SProperty& property : description().properties) {
-        if (property.name != "pValue" && property.name != "pValueCopy")
-            continue;
-        IInteger* target = dynamic_cast<IInteger*>(map().node(property.value));
-        if (!target)
-            continue;
+    for (IInteger* target : targets) {
         const int64_t limit = minimum ? target->GetMin() : target->GetMax();
         bound = !found ? limit : (minimum ? std::max(bound, limit) : std::min(bound, limit));
         found = true;

@@ -40,7 +40,19 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
-    int64_t sharedLimit(bool minimum, int64_t fallback) const;
+    // Where one limit (Min, Max or Inc) comes from.
+    struct SLimitSource {
+        bool known = false;
+        CNodeBase* pointee = nullptr;
+        bool constant = false;
+        int64_t value = 0;
+        bool copied = false;
+        std::vector<GenApi::IInteger*> shared;
+        bool widest = false;
+        bool converter = false;
+    };
+    const SLimitSource& limitSource(const std::string& name);
+    static int64_t sharedLimit(const std::vector<GenApi::IInteger*>& targets, bool minimum, int64_t fallback);
     int64_t limit(SCachedValue<int64_t>& slot, const char* name, const char* method, int64_t fallback,
                   gint64 (*arvLimit)(ArvGcInteger*, GError**));
     // Writes an integer register, or the one a plain pValue names, straight to the device when its place
@@ -67,6 +79,7 @@ private:
     SCachedValue<int64_t> m_Min;
     SCachedValue<int64_t> m_Max;
     SCachedValue<int64_t> m_Inc;
+    SLimitSource m_LimitSources[3];
     mutable SRegisterPlace m_Place;
     // Where a read takes the value from, worked out once from the description.
     enum class ESource : uint8_t { Unknown, Own, Converter, Formula, AravisFormula, Pointee, Aravis };
