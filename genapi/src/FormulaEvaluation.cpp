@@ -6,6 +6,7 @@
 #include <GenApi/IEnumeration.h>
 #include <GenApi/IFloat.h>
 #include <GenApi/IInteger.h>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 
@@ -23,7 +24,49 @@ std::string formulaNodeName(const CNodeBase& node, const std::string& property) 
     return node.name();
 }
 
+// Aravis reads a variable named like one of its functions (EXP, say) as that function, where GenApi reads
+// the variable; in the text Aravis evaluates such a variable goes by another name.
+std::string aravisName(const std::string& name) {
+    return namesFormulaFunction(name) ? name + "_VARIABLE_" : name;
+}
+
+// The formula with every variable that is named like a function, and not called, renamed for Aravis.
+std::string forAravis(const std::string& formula) {
+    std::string text;
+    size_t i = 0;
+    while (i < formula.size()) {
+        const unsigned char c = static_cast<unsigned char>(formula[i]);
+        if (!std::isalpha(c) && c != '_') {
+            text += formula[i++];
+            continue;
+        }
+        size_t end = i;
+        while (end < formula.size() && (std::isalnum(static_cast<unsigned char>(formula[end])) ||
+                                        formula[end] == '_' || formula[end] == '.'))
+            ++end;
+        const std::string word = formula.substr(i, end - i);
+        size_t next = end;
+        while (next < formula.size() && std::isspace(static_cast<unsigned char>(formula[next])))
+            ++next;
+        const bool called = next < formula.size() && formula[next] == '(';
+        text += called ? word : aravisName(word);
+        i = end;
+    }
+    return text;
+}
+
 }  // namespace
+
+bool namesFormulaFunction(const std::string& name) {
+    static const char* const functions[] = {"SGN",   "NEG",  "ATAN", "COS",  "SIN",   "TAN",   "ABS",
+                                            "EXP",   "LN",   "LG",   "SQRT", "TRUNC", "FLOOR", "CEIL",
+                                            "ROUND", "ASIN", "ACOS", "E",    "PI"};
+    for (const char* function : functions) {
+        if (name == function)
+            return true;
+    }
+    return false;
+}
 
 CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* property, bool verify,
                                        bool ignoreCache)
@@ -33,7 +76,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
       m_FormulaNode(formulaNodeName(node, property)),
       m_Verify(verify),
       m_IgnoreCache(ignoreCache),
-      m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
+      m_Evaluator(arv_evaluator_new(forAravis(m_Formula).c_str())) {
     setVariables(node);
     if (std::string(property) == "FormulaFrom")
         setVariable("TO", node.map().node(node.description().value("pValue")));
@@ -53,7 +96,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, double to)
       m_FormulaNode(formulaNodeName(node, "FormulaFrom")),
       m_Verify(false),
       m_IgnoreCache(false),
-      m_Evaluator(arv_evaluator_new(m_Formula.c_str())) {
+      m_Evaluator(arv_evaluator_new(forAravis(m_Formula).c_str())) {
     setVariables(node);
     arv_evaluator_set_double_variable(m_Evaluator, "TO", to);
     m_Values["TO"] = to;
@@ -71,10 +114,11 @@ void CFormulaEvaluation::setVariables(const CNodeBase& node) {
                 setVariable(name, constant);
                 continue;
             }
-            arv_evaluator_set_constant(m_Evaluator, name.c_str(), element.value.c_str());
+            arv_evaluator_set_constant(m_Evaluator, aravisName(name).c_str(), element.value.c_str());
             m_Values[name] = std::strtod(element.value.c_str(), nullptr);
         } else if (element.name == "Expression") {
-            arv_evaluator_set_sub_expression(m_Evaluator, name.c_str(), element.value.c_str());
+            arv_evaluator_set_sub_expression(m_Evaluator, aravisName(name).c_str(),
+                                             forAravis(element.value).c_str());
             m_Expressions[name] = element.value;
         }
     }
@@ -90,7 +134,7 @@ void CFormulaEvaluation::setVariable(const std::string& name, CNodeBase* source)
         integer = value->GetValue(m_Verify, m_IgnoreCache);
     } else if (IFloat* floating = dynamic_cast<IFloat*>(source)) {
         const double number = floating->GetValue(m_Verify, m_IgnoreCache);
-        arv_evaluator_set_double_variable(m_Evaluator, name.c_str(), number);
+        arv_evaluator_set_double_variable(m_Evaluator, aravisName(name).c_str(), number);
         m_Values[name] = number;
         return;
     } else if (IEnumeration* enumeration = dynamic_cast<IEnumeration*>(source)) {
@@ -102,7 +146,7 @@ void CFormulaEvaluation::setVariable(const std::string& name, CNodeBase* source)
     } else if (IBoolean* boolean = dynamic_cast<IBoolean*>(source)) {
         integer = boolean->GetValue(m_Verify, m_IgnoreCache) ? 1 : 0;
     }
-    arv_evaluator_set_int64_variable(m_Evaluator, name.c_str(), integer);
+    arv_evaluator_set_int64_variable(m_Evaluator, aravisName(name).c_str(), integer);
     m_Values[name] = static_cast<double>(integer);
 }
 

@@ -13,6 +13,9 @@ namespace GenApiEngine {
 // and knows nothing of GenApi's infinity check; formulas are therefore evaluated here with Aravis'
 // evaluator on values the engine read: integers stay 64-bit integers, and an infinite float result fails
 // with GenApi's "#Infinity somewhere!".
+// Whether a name is one of the functions a formula may call (EXP, LN, ROUND, PI, ...).
+bool namesFormulaFunction(const std::string& name);
+
 class CFormulaEvaluation {
 public:
     // The formula in `property` of the node (Formula, FormulaFrom); a converter's TO is its pValue.

@@ -141,8 +141,8 @@ CIntegerNode::ESource CIntegerNode::source() {
     else if (d.tag == "IntConverter")
         m_Source = ESource::Converter;
     else if (d.tag == "IntSwissKnife")
-        m_Source = !arvNode() || d.has("Constant") || readsBooleanOrEnumeration() ? ESource::Formula
-                                                                                  : ESource::AravisFormula;
+        m_Source = !arvNode() || d.has("Constant") || needsEngineEvaluation() ? ESource::Formula
+                                                                              : ESource::AravisFormula;
     else if (plainInteger && !d.has("pIndex") && d.has("pValue"))
         m_Source = ESource::Pointee;
     else
@@ -150,11 +150,16 @@ CIntegerNode::ESource CIntegerNode::source() {
     return m_Source;
 }
 
-// GenApi reads a boolean variable as 0 or 1, where Aravis cannot read it as a number at all, and an
-// enumeration through its current entry, where Aravis takes whatever its register holds.
-bool CIntegerNode::readsBooleanOrEnumeration() const {
-    for (const std::string& variable : description().values("pVariable")) {
-        const CNodeBase* source = map().node(variable);
+// GenApi reads a boolean variable as 0 or 1, where Aravis cannot read it as a number at all, an
+// enumeration through its current entry, where Aravis takes whatever its register holds, and a variable
+// named like a function (EXP) as the variable, where Aravis calls the function.
+bool CIntegerNode::needsEngineEvaluation() const {
+    for (const SProperty& property : description().properties) {
+        if (property.name != "pVariable")
+            continue;
+        if (namesFormulaFunction(nameAttribute(property)))
+            return true;
+        const CNodeBase* source = map().node(property.value);
         const std::string kind = source ? source->description().tag : std::string();
         if (kind == "Boolean" || kind == "Enumeration")
             return true;

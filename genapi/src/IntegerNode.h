@@ -83,7 +83,7 @@ private:
     mutable SRegisterPlace m_Place;
     // Where a read takes the value from, worked out once from the description.
     enum class ESource : uint8_t { Unknown, Own, Converter, Formula, AravisFormula, Pointee, Aravis };
-    bool readsBooleanOrEnumeration() const;
+    bool needsEngineEvaluation() const;
     ESource source();
     bool holdsOwnValue() { return source() == ESource::Own; }
     ESource m_Source = ESource::Unknown;

@@ -424,6 +424,17 @@ TEST(FormulaRules, BooleanVariablesReadAsOneOrZero) {
     EXPECT_EQ(isFactory->GetValue(), 0);
 }
 
+// A variable may be named like a function: the formula reads the variable, and still calls the function.
+TEST(FormulaRules, VariablesNamedLikeFunctionsAreVariables) {
+    SWordMap words(R"(<Integer Name="Zero"><Value>0</Value></Integer>
+  <IntSwissKnife Name="Unlocked"><pVariable Name="EXP">Zero</pVariable><Formula>( EXP = 1 ) ? 0 : 1</Formula></IntSwissKnife>
+  <SwissKnife Name="Shifted"><pVariable Name="LN">Zero</pVariable><Formula>LN + EXP(0)</Formula></SwissKnife>)");
+    EXPECT_EQ(CIntegerPtr(words.map._GetNode("Unlocked"))->GetValue(), 1);
+    EXPECT_DOUBLE_EQ(CFloatPtr(words.map._GetNode("Shifted"))->GetValue(), 1.0);
+    CIntegerPtr(words.map._GetNode("Zero"))->SetValue(1);
+    EXPECT_EQ(CIntegerPtr(words.map._GetNode("Unlocked"))->GetValue(), 0);
+}
+
 // A formula reads an enumeration through its current entry: with a value no entry has, it fails with
 // GenApi's "NULL pointer dereferenced", and so does the access of a node it guards.
 TEST(FormulaRules, EnumerationVariablesWithoutACurrentEntryFail) {
