@@ -198,21 +198,20 @@ EAccessMode CNodeBase::formulaAccessMode(EAccessMode own) const {
 // its node not implemented); one that reads false makes its node not implemented or not available. RW when
 // both hold.
 EAccessMode CNodeBase::accessOfConditions() const {
-    if (isCondition("pIsImplemented")) {
-        const EAccessMode access = accessOfPointer("pIsImplemented", RW);
-        if (access == NI || access == NA)
-            return access;
-        if (!evaluatesTrue("pIsImplemented", arv_gc_feature_node_is_implemented, "GetAccessMode"))
-            return NI;
-    }
-    if (isCondition("pIsAvailable")) {
-        const EAccessMode access = accessOfPointer("pIsAvailable", RW);
-        if (access == NI || access == NA)
-            return access;
-        if (!evaluatesTrue("pIsAvailable", arv_gc_feature_node_is_available, "GetAccessMode"))
-            return NA;
-    }
-    return RW;
+    const EAccessMode implemented =
+        accessOfCondition("pIsImplemented", arv_gc_feature_node_is_implemented, NI);
+    return implemented != RW ? implemented
+                             : accessOfCondition("pIsAvailable", arv_gc_feature_node_is_available, NA);
+}
+
+EAccessMode CNodeBase::accessOfCondition(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
+                                         EAccessMode failed) const {
+    if (!isCondition(property))
+        return RW;
+    const EAccessMode access = accessOfPointer(property, RW);
+    if (access == NI || access == NA)
+        return access;
+    return evaluatesTrue(property, test, "GetAccessMode") ? RW : failed;
 }
 
 EAccessMode CNodeBase::naturalAccessMode() const {

@@ -139,6 +139,9 @@ protected:
     GenApi::EAccessMode accessThroughLinks(std::initializer_list<const char*> links, GenApi::EAccessMode own,
                                            bool unavailableToo) const;
     GenApi::EAccessMode accessOfConditions() const;
+    // RW when the condition holds (or is not consulted), else the access it gives its node.
+    GenApi::EAccessMode accessOfCondition(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
+                                          GenApi::EAccessMode failed) const;
 
     // Reads a limit through Aravis; a node that describes no such limit, or that Aravis does not know (the
     // nodes a description implies), gets GenApi's default instead.
