@@ -127,7 +127,7 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
       m_Lock(userLock ? userLock : &m_OwnLock) {
     createNodes();
     linkNodes();
-    linkSelectors();
+    m_Selectors.link(*m_Index, [this](const std::string& name) { return node(name); });
     if (m_OwnsDevice) {
         m_Routing = routePorts(*m_Index);
         setTagShift(m_Device, m_Routing.shift);
@@ -146,65 +146,12 @@ CNodeMapImpl::~CNodeMapImpl() {
     g_object_unref(m_Device);
 }
 
-// GenApi extends a selector's pSelected nodes by every node that reads one of them, and so on: breadth
-// first, each node's readers in the order GenApi made them. A selector of registers so also selects the
-// features over them, and the formulas that read a selected value.
-void CNodeMapImpl::linkSelectors() {
-    std::map<std::string, std::vector<const SNodeDescription*>> readers;
-    for (const SNodeDescription& description : m_Index->nodes()) {
-        for (const SProperty& property : description.properties) {
-            if (isReadingLink(property.name))
-                readers[property.value].push_back(&description);
-        }
-    }
-    for (auto& entry : readers) {
-        std::vector<const SNodeDescription*>& list = entry.second;
-        std::stable_sort(list.begin(), list.end(), [](const SNodeDescription* a, const SNodeDescription* b) {
-            return a->rank < b->rank;
-        });
-        list.erase(std::unique(list.begin(), list.end()), list.end());
-    }
-    for (const SNodeDescription& description : m_Index->nodes()) {
-        const std::vector<std::string> targets = description.values("pSelected");
-        CNodeBase* selector = node(description.name);
-        if (!selector || targets.empty())
-            continue;
-        std::vector<CNodeBase*>& selected = m_Selected[selector];
-        for (const std::string& target : targets)
-            if (CNodeBase* direct = node(target))
-                addUnique(selected, direct);
-        for (size_t next = 0; next < selected.size(); ++next) {
-            for (const SNodeDescription* reader : readers[selected[next]->name()]) {
-                CNodeBase* readerNode = node(reader->name);
-                if (readerNode && readerNode != selector)
-                    addUnique(selected, readerNode);
-            }
-        }
-    }
-    // A node lists the selectors that name it in pSelected before those that select it through others.
-    for (const bool named : {true, false}) {
-        for (const std::unique_ptr<CNodeBase>& selector : m_Nodes) {
-            const std::vector<std::string> targets = selector->description().values("pSelected");
-            for (CNodeBase* feature : selectedBy(selector.get())) {
-                const bool isNamed =
-                    std::find(targets.begin(), targets.end(), feature->name()) != targets.end();
-                if (isNamed == named)
-                    addUnique(m_Selecting[feature], selector.get());
-            }
-        }
-    }
-}
-
 const std::vector<CNodeBase*>& CNodeMapImpl::selectedBy(const CNodeBase* selector) const {
-    static const std::vector<CNodeBase*> none;
-    const auto found = m_Selected.find(selector);
-    return found == m_Selected.end() ? none : found->second;
+    return m_Selectors.selectedBy(selector);
 }
 
 const std::vector<CNodeBase*>& CNodeMapImpl::selectorsOf(const CNodeBase* node) const {
-    static const std::vector<CNodeBase*> none;
-    const auto found = m_Selecting.find(node);
-    return found == m_Selecting.end() ? none : found->second;
+    return m_Selectors.selectorsOf(node);
 }
 
 void CNodeMapImpl::Destroy() {

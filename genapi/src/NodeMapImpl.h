@@ -10,6 +10,7 @@
 #include "DependentGraph.h"
 #include "NodeProperties.h"
 #include "PortRouting.h"
+#include "SelectorLinks.h"
 #include "RegisterCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
@@ -144,7 +145,6 @@ private:
     std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
     std::vector<CNodeBase*> valueSources(const CNodeBase* node) const;
     void linkNodes();
-    void linkSelectors();
     void link(CNodeBase* from, CNodeBase* to);
     void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
     // What collectChanged finds, worked out once per node since the links never change.
@@ -176,8 +176,7 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
     SPortRouting m_Routing;
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selected;
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Selecting;
+    CSelectorLinks m_Selectors;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
     mutable CRegisterCache m_Cache;
     mutable std::unique_ptr<CDependentGraph> m_DependentGraph;
