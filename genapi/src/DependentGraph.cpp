@@ -83,10 +83,10 @@ std::vector<std::string> CDependentGraph::dependentsOf(const std::string& name) 
 }
 
 std::vector<std::string> CDependentGraph::terminalsOf(const std::string& name) const {
-    std::vector<std::string> found;
     const SNodeDescription* start = m_Index.find(name);
     if (!start)
-        return found;
+        return {};
+    std::vector<const SNodeDescription*> found;
     std::set<const SNodeDescription*> visited;
     std::vector<const SNodeDescription*> pending{start};
     while (!pending.empty()) {
@@ -95,27 +95,31 @@ std::vector<std::string> CDependentGraph::terminalsOf(const std::string& name) c
         if (!visited.insert(&node).second)
             continue;
         if (isRegisterKind(node.tag) || node.tag == "EnumEntry") {
-            found.push_back(node.name);
+            found.push_back(&node);
             continue;
         }
-        std::vector<const SNodeDescription*> next;
+        bool linked = false;
         for (const SProperty& property : node.properties) {
             if (property.name == "pValue" || property.name == "pValueIndexed" ||
                 property.name == "pValueDefault" || property.name == "pValueCopy") {
-                if (const SNodeDescription* target = m_Index.find(property.value))
-                    next.push_back(target);
+                if (const SNodeDescription* target = m_Index.find(property.value)) {
+                    pending.push_back(target);
+                    linked = true;
+                }
             }
         }
         const bool holdsValue = node.has("Value") || node.has("ValueIndexed") || node.has("ValueDefault");
-        if (next.empty() && holdsValue && node.tag != "IntSwissKnife" && node.tag != "SwissKnife")
-            found.push_back(node.name);
-        pending.insert(pending.end(), next.rbegin(), next.rend());
+        if (!linked && holdsValue && node.tag != "IntSwissKnife" && node.tag != "SwissKnife")
+            found.push_back(&node);
     }
     // GenApi keeps them in the order its nodes were made.
-    std::sort(found.begin(), found.end(), [this](const std::string& a, const std::string& b) {
-        return m_Index.find(a)->rank < m_Index.find(b)->rank;
-    });
-    return found;
+    std::sort(found.begin(), found.end(),
+              [](const SNodeDescription* a, const SNodeDescription* b) { return a->rank < b->rank; });
+    std::vector<std::string> names;
+    names.reserve(found.size());
+    for (const SNodeDescription* node : found)
+        names.push_back(node->name);
+    return names;
 }
 
 std::vector<std::string> CDependentGraph::calledBackWith(const std::string& name, bool written) const {

@@ -1,13 +1,13 @@
 // IFloat over Aravis' float interface, with GenApi's checks, display forms and imposed limits.
 #include "FloatNode.h"
-#include <cmath>
-#include <cctype>
 #include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
 #include <GenApi/EnumClasses.h>
 #include <GenApi/IInteger.h>
 #include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -202,9 +202,9 @@ double CFloatNode::GetInc() {
     if (!HasInc())
         raise(EError::Runtime, "GetInc", "node does not have an increment.");
     if (!description().has("Inc") && !description().has("pInc")) {
-        if (IInteger* integer = source() ? nullptr : integerSource())
-            return static_cast<double>(integer->GetInc());
-        return source()->GetInc();
+        if (IFloat* from = source())
+            return from->GetInc();
+        return static_cast<double>(integerSource()->GetInc());
     }
     return arvCall("GetInc", [&](GError** e) { return arv_gc_float_get_inc(floating("GetInc"), e); });
 }

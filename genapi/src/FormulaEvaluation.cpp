@@ -6,6 +6,7 @@
 #include <GenApi/IEnumeration.h>
 #include <GenApi/IFloat.h>
 #include <GenApi/IInteger.h>
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
@@ -30,8 +31,22 @@ std::string aravisName(const std::string& name) {
     return namesFormulaFunction(name) ? name + "_VARIABLE_" : name;
 }
 
-// The formula with every variable that is named like a function, and not called, renamed for Aravis.
-std::string forAravis(const std::string& formula) {
+// The names of a formula's variables, constants and expressions that are named like functions.
+std::vector<std::string> clashingNames(const CNodeBase& node) {
+    std::vector<std::string> names;
+    for (const SProperty& element : node.description().properties) {
+        const std::string name = nameAttribute(element);
+        if (!name.empty() && namesFormulaFunction(name))
+            names.push_back(name);
+    }
+    return names;
+}
+
+// The formula with each of the clashing names renamed for Aravis where it is not called; the functions and
+// constants (PI, E) the formula means stay as they are.
+std::string forAravis(const std::string& formula, const std::vector<std::string>& clashing) {
+    if (clashing.empty())
+        return formula;
     std::string text;
     size_t i = 0;
     while (i < formula.size()) {
@@ -49,7 +64,8 @@ std::string forAravis(const std::string& formula) {
         while (next < formula.size() && std::isspace(static_cast<unsigned char>(formula[next])))
             ++next;
         const bool called = next < formula.size() && formula[next] == '(';
-        text += called ? word : aravisName(word);
+        const bool variable = std::find(clashing.begin(), clashing.end(), word) != clashing.end();
+        text += variable && !called ? aravisName(word) : word;
         i = end;
     }
     return text;
@@ -76,7 +92,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, const char* proper
       m_FormulaNode(formulaNodeName(node, property)),
       m_Verify(verify),
       m_IgnoreCache(ignoreCache),
-      m_Evaluator(arv_evaluator_new(forAravis(m_Formula).c_str())) {
+      m_Evaluator(arv_evaluator_new(forAravis(m_Formula, clashingNames(node)).c_str())) {
     setVariables(node);
     if (std::string(property) == "FormulaFrom")
         setVariable("TO", node.map().node(node.description().value("pValue")));
@@ -96,7 +112,7 @@ CFormulaEvaluation::CFormulaEvaluation(const CNodeBase& node, double to)
       m_FormulaNode(formulaNodeName(node, "FormulaFrom")),
       m_Verify(false),
       m_IgnoreCache(false),
-      m_Evaluator(arv_evaluator_new(forAravis(m_Formula).c_str())) {
+      m_Evaluator(arv_evaluator_new(forAravis(m_Formula, clashingNames(node)).c_str())) {
     setVariables(node);
     arv_evaluator_set_double_variable(m_Evaluator, "TO", to);
     m_Values["TO"] = to;
@@ -118,7 +134,7 @@ void CFormulaEvaluation::setVariables(const CNodeBase& node) {
             m_Values[name] = std::strtod(element.value.c_str(), nullptr);
         } else if (element.name == "Expression") {
             arv_evaluator_set_sub_expression(m_Evaluator, aravisName(name).c_str(),
-                                             forAravis(element.value).c_str());
+                                             forAravis(element.value, clashingNames(node)).c_str());
             m_Expressions[name] = element.value;
         }
     }

@@ -1,6 +1,5 @@
 // IInteger over Aravis' integer interface, with GenApi's checks, limits and text forms.
 #include "IntegerNode.h"
-#include <cstring>
 #include "FormulaEvaluation.h"
 #include "NodeMapImpl.h"
 #include "TextForms.h"
@@ -236,11 +235,9 @@ IInteger& CIntegerNode::operator=(int64_t Value) {
     return *this;
 }
 
-// A limit named by an integer node is that node's value; one written as a number is read from the text;
-// anything else is Aravis' to work out.
-// Where a limit comes from follows from the description alone, so it is worked out once per limit.
-const CIntegerNode::SLimitSource& CIntegerNode::limitSource(const std::string& name) {
-    SLimitSource& source = m_LimitSources[name == "Min" ? 0 : name == "Max" ? 1 : 2];
+// Where a limit comes from follows from the description alone, so it is worked out once per limit: a node
+// it names, a number it writes, the nodes the value goes to, or Aravis.
+const CIntegerNode::SLimitSource& CIntegerNode::limitSource(SLimitSource& source, const std::string& name) {
     if (source.known)
         return source;
     const SNodeDescription& d = description();
@@ -266,17 +263,18 @@ const CIntegerNode::SLimitSource& CIntegerNode::limitSource(const std::string& n
     return source;
 }
 
-int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, const char* name, const char* method,
-                            int64_t fallback, gint64 (*arvLimit)(ArvGcInteger*, GError**)) {
+int64_t CIntegerNode::limit(SCachedValue<int64_t>& slot, SLimitSource& where, const char* name,
+                            const char* method, int64_t fallback,
+                            gint64 (*arvLimit)(ArvGcInteger*, GError**)) {
     return cachedLimit(slot, name, [&] {
-        const SLimitSource& source = limitSource(name);
+        const SLimitSource& source = limitSource(where, name);
         int64_t value = 0;
         if (integerOf(source.pointee, value))
             return value;
         if (source.constant)
             return source.value;
         if (source.copied)
-            return sharedLimit(source.shared, std::strcmp(name, "Min") == 0, fallback);
+            return sharedLimit(source.shared, &slot == &m_Min, fallback);
         if (source.widest)
             return fallback;
         if (source.converter)
@@ -302,19 +300,21 @@ int64_t CIntegerNode::sharedLimit(const std::vector<IInteger*>& targets, bool mi
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    return std::max(limit(m_Min, "Min", "GetMin", INT64_MIN, arv_gc_integer_get_min), m_ImposedMin);
+    return std::max(limit(m_Min, m_MinSource, "Min", "GetMin", INT64_MIN, arv_gc_integer_get_min),
+                    m_ImposedMin);
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    return std::min(limit(m_Max, "Max", "GetMax", INT64_MAX, arv_gc_integer_get_max), m_ImposedMax);
+    return std::min(limit(m_Max, m_MaxSource, "Max", "GetMax", INT64_MAX, arv_gc_integer_get_max),
+                    m_ImposedMax);
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = limit(m_Inc, "Inc", "GetInc", 1, arv_gc_integer_get_inc);
+    const int64_t increment = limit(m_Inc, m_IncSource, "Inc", "GetInc", 1, arv_gc_integer_get_inc);
     return increment > 0 ? increment : 1;
 }
 

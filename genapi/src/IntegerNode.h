@@ -51,10 +51,10 @@ private:
         bool widest = false;
         bool converter = false;
     };
-    const SLimitSource& limitSource(const std::string& name);
+    const SLimitSource& limitSource(SLimitSource& source, const std::string& name);
     static int64_t sharedLimit(const std::vector<GenApi::IInteger*>& targets, bool minimum, int64_t fallback);
-    int64_t limit(SCachedValue<int64_t>& slot, const char* name, const char* method, int64_t fallback,
-                  gint64 (*arvLimit)(ArvGcInteger*, GError**));
+    int64_t limit(SCachedValue<int64_t>& slot, SLimitSource& where, const char* name, const char* method,
+                  int64_t fallback, gint64 (*arvLimit)(ArvGcInteger*, GError**));
     // Writes an integer register, or the one a plain pValue names, straight to the device when its place
     // adds up from addresses, address nodes and indices; false when Aravis must write it.
     bool writeRegisterDirectly(int64_t value);
@@ -79,7 +79,9 @@ private:
     SCachedValue<int64_t> m_Min;
     SCachedValue<int64_t> m_Max;
     SCachedValue<int64_t> m_Inc;
-    SLimitSource m_LimitSources[3];
+    SLimitSource m_MinSource;
+    SLimitSource m_MaxSource;
+    SLimitSource m_IncSource;
     mutable SRegisterPlace m_Place;
     // Where a read takes the value from, worked out once from the description.
     enum class ESource : uint8_t { Unknown, Own, Converter, Formula, AravisFormula, Pointee, Aravis };

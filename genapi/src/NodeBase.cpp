@@ -113,13 +113,8 @@ bool CNodeBase::isCondition(const char* property) const {
     return kind == intfIInteger || (kind == intfIBoolean && m_PrincipalType != intfICategory);
 }
 
-// Answered by the integer node a pointer names, so from the value that node keeps; nothing when the pointer
-// names no integer node, or the node is not readable or cannot answer (the caller then asks Aravis, which
-// reports what is wrong).
-bool CNodeBase::integerOfPointee(const char* property, int64_t& value) const {
-    return integerOf(pointee(property), value);
-}
-
+// Answered by an integer or boolean node, so from the value that node keeps; nothing when it is no such
+// node, or is not readable or cannot answer (the caller then asks Aravis, which reports what is wrong).
 bool CNodeBase::integerOf(CNodeBase* target, int64_t& value) {
     try {
         return readIntegerOf(target, value);
@@ -142,10 +137,11 @@ bool CNodeBase::readIntegerOf(CNodeBase* target, int64_t& value) {
 bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatureNode*, GError**),
                               const char* method) const {
     // A condition that fails to evaluate fails the access mode, as in GenApi.
+    CNodeBase* condition = pointee(property);
     int64_t value = 0;
-    if (readIntegerOf(pointee(property), value))
+    if (readIntegerOf(condition, value))
         return value != 0;
-    if (const CNodeBase* condition = pointee(property))
+    if (condition)
         condition->raiseIfFormulaUnsupported(method);
     GError* error = nullptr;
     const gboolean result = test(feature(), &error);

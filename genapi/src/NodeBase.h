@@ -125,7 +125,6 @@ protected:
     // Access of the node a pointer property names, or the fallback when it names none.
     GenApi::EAccessMode accessOfPointer(const char* property, GenApi::EAccessMode fallback) const;
     CNodeBase* pointee(const char* property) const;
-    bool integerOfPointee(const char* property, int64_t& value) const;
     static bool integerOf(CNodeBase* target, int64_t& value);
     // As integerOf, but an exception of the node's evaluation passes on.
     static bool readIntegerOf(CNodeBase* target, int64_t& value);

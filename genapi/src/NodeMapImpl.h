@@ -78,9 +78,9 @@ public:
     const CXmlIndex& index() const { return *m_Index; }
     // The description text the map was made from.
     const std::string& xml() const { return m_Xml; }
-    // The features a selector selects: its pSelected nodes, then the nodes whose pValue is one of them.
+    // The features a selector selects: its pSelected nodes, then every node that reads one of them.
     const std::vector<CNodeBase*>& selectedBy(const CNodeBase* selector) const;
-    // The selectors whose selected features include the node, in description order.
+    // The selectors whose selected features include the node: those that name it first.
     const std::vector<CNodeBase*>& selectorsOf(const CNodeBase* node) const;
     // The user port connected for a port node, or null when the port is served by the Aravis device.
     GenApi::IPort* userPort(const std::string& portName) const;

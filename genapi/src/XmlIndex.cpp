@@ -1,12 +1,12 @@
 // Walks a camera description with libxml2 and records each node's properties in document order.
 #include "XmlIndex.h"
-#include <cctype>
-#include <cstring>
 #include "TextForms.h"
 #include <Base/GCException.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <algorithm>
+#include <cctype>
+#include <cstring>
 #include <unordered_map>
 
 namespace GenApiEngine {
