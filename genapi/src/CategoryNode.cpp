@@ -24,7 +24,7 @@ gcstring CCategoryNode::ToString(bool, bool) {
 }
 
 // A category whose features are all not implemented is not implemented itself.
-EAccessMode CCategoryNode::naturalAccessMode() const {
+EAccessMode CCategoryNode::accessAskedFirst() const {
     FeatureList_t features;
     GetFeatures(features);
     if (features.empty())

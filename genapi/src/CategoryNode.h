@@ -18,7 +18,7 @@ public:
     void GetFeatures(GenApi::FeatureList_t& Features) const override;
 
 protected:
-    GenApi::EAccessMode naturalAccessMode() const override;
+    GenApi::EAccessMode accessAskedFirst() const override;
 };
 
 }  // namespace GenApiEngine

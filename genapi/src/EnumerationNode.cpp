@@ -54,7 +54,8 @@ void CEnumerationNode::GetEntries(NodeList_t& Entries) {
 // every bit.
 int64_t CEnumerationNode::GetIntValue(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
-    checkReadable("GetIntValue");
+    if (!IsReadable(accessAskedAgain()))
+        raise(EError::Access, "GetIntValue", "Node is not readable.");
     raiseIfFormulaUnsupported("GetIntValue");
     const CCacheBypass bypass(*this, IgnoreCache);
     return cachedValue(m_Value, IgnoreCache || Verify, [&] {

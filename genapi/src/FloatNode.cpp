@@ -43,8 +43,14 @@ EAccessMode CFloatNode::naturalAccessMode() const {
         return formulaAccessMode(RO);
     if (tag == "Converter")
         return formulaAccessMode(CNodeBase::naturalAccessMode());
-    // A value whose limits are not implemented is not implemented either.
-    return accessThroughLinks({"pMin", "pMax", "pInc"}, CNodeBase::naturalAccessMode(), false);
+    return CNodeBase::naturalAccessMode();
+}
+
+// A value whose limits are not implemented is not implemented either.
+EAccessMode CFloatNode::accessAskedFirst() const {
+    if (description().tag != "Float")
+        return RW;
+    return accessThroughLinks({"pMin", "pMax", "pInc"}, RW, false);
 }
 
 void CFloatNode::checkAvailable(const char* method) const {

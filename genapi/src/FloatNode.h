@@ -39,6 +39,7 @@ public:
 
 protected:
     GenApi::EAccessMode naturalAccessMode() const override;
+    GenApi::EAccessMode accessAskedFirst() const override;
 
 private:
     ArvGcFloat* floating(const char* method) const;

@@ -31,8 +31,14 @@ EAccessMode CIntegerNode::naturalAccessMode() const {
         return formulaAccessMode(RO);
     if (tag == "IntConverter")
         return formulaAccessMode(CNodeBase::naturalAccessMode());
-    // A value whose limits are not implemented is not implemented either.
-    return accessThroughLinks({"pMin", "pMax", "pInc"}, CNodeBase::naturalAccessMode(), false);
+    return CNodeBase::naturalAccessMode();
+}
+
+// A value whose limits are not implemented is not implemented either.
+EAccessMode CIntegerNode::accessAskedFirst() const {
+    if (description().tag != "Integer")
+        return RW;
+    return accessThroughLinks({"pMin", "pMax", "pInc"}, RW, false);
 }
 
 void CIntegerNode::checkAvailable(const char* method) const {

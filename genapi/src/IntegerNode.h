@@ -35,6 +35,7 @@ public:
 
 protected:
     GenApi::EAccessMode naturalAccessMode() const override;
+    GenApi::EAccessMode accessAskedFirst() const override;
 
 private:
     ArvGcInteger* integer(const char* method) const;

@@ -11,7 +11,6 @@
 #include <cstring>
 #include <cstdlib>
 #include <map>
-#include <cstdlib>
 #include <set>
 
 using namespace GENAPI_NAMESPACE;
@@ -222,19 +221,25 @@ EAccessMode CNodeBase::GetAccessMode() const {
         m_Map.checkPortAccess();
     const uint64_t generation = m_Map.accessGeneration();
     if (m_AccessGeneration == generation && m_CachedAccess == _CycleDetectAccesMode) {
-        // An evaluation under way (a read cycle), or one an exception ended, answers RW as in GenApi;
-        // a cacheable access is evaluated again instead, since only its kept answer was lost.
+        // An evaluation under way (a read cycle) answers RW, as in GenApi.
         if (m_AccessDepth > 0)
             return RW;
-        m_AccessGeneration = 0;
-        if (!accessModeCacheable())
+        // One that an exception ended left GenApi's cycle mark behind: a node whose access cannot be kept
+        // answers RW from then on, until something its access depends on changes; a cacheable one is
+        // evaluated again, since only its kept answer was lost.
+        if (!accessModeCacheable()) {
+            m_CachedAccess = RW;
+            m_AccessAssumed = true;
             return RW;
+        }
+        m_AccessGeneration = 0;
     }
     if (m_AccessGeneration == generation) {
-        if (CNodeMapImpl::verifyingValueCache())
+        if (CNodeMapImpl::verifyingValueCache() && !m_AccessAssumed)
             verifyKeptAccess();
         return m_CachedAccess;
     }
+    m_AccessAssumed = false;
     m_CachedAccess = _CycleDetectAccesMode;
     m_AccessGeneration = generation;
     const EAccessMode mode = computeAccessMode();
@@ -243,6 +248,13 @@ EAccessMode CNodeBase::GetAccessMode() const {
     else
         m_AccessGeneration = 0;
     return mode;
+}
+
+// The access evaluated again when the last answer was the RW a failed evaluation left behind.
+EAccessMode CNodeBase::accessAskedAgain() const {
+    if (m_AccessAssumed)
+        dropAccessCache();
+    return GetAccessMode();
 }
 
 void CNodeBase::verifyKeptAccess() const {
@@ -274,8 +286,9 @@ EAccessMode CNodeBase::computeAccessMode() const {
     CDepthGuard guard(m_AccessDepth);
     if (guard.tooDeep())
         return _CycleDetectAccesMode;
-    // A category asks its features first, as GenApi does, even when its own conditions decide.
-    const EAccessMode features = m_PrincipalType == intfICategory ? naturalAccessMode() : RW;
+    // A category asks its features and a value its limits first, as GenApi does, even when the node's own
+    // conditions decide: an exception there ends the evaluation before the conditions are read.
+    const EAccessMode first = accessAskedFirst();
     if (feature()) {
         const EAccessMode conditions = accessOfConditions();
         if (conditions != RW)
@@ -283,7 +296,7 @@ EAccessMode CNodeBase::computeAccessMode() const {
     } else if (m_PrincipalType != intfIEnumEntry && !m_Description.implied) {
         return NI;
     }
-    EAccessMode mode = m_PrincipalType == intfICategory ? features : naturalAccessMode();
+    EAccessMode mode = m_PrincipalType == intfICategory ? first : first == NI ? NI : naturalAccessMode();
     if (mode == NI || mode == NA || mode == _CycleDetectAccesMode)
         return mode;
     if (IsWritable(mode) && isCondition("pIsLocked") &&
@@ -373,8 +386,14 @@ bool CNodeBase::IsCachable() const {
 
 EYesNo CNodeBase::IsAccessModeCacheable() const {
     CMapEntry entry(m_Map);
-    for (const char* property : {"pIsImplemented", "pIsAvailable", "pIsLocked", "pValue"}) {
-        const CNodeBase* target = pointee(property);
+    // The access cannot be kept when a node it is worked out from (a condition, the value, a formula's
+    // variable) cannot keep its value or its own access.
+    static const std::set<std::string> accessLinks = {"pIsImplemented", "pIsAvailable", "pIsLocked", "pValue",
+                                                      "pVariable"};
+    for (const SProperty& property : m_Description.properties) {
+        if (!accessLinks.count(property.name))
+            continue;
+        const CNodeBase* target = m_Map.node(property.value);
         if (target && (!target->IsCachable() || target->IsAccessModeCacheable() == No))
             return No;
     }

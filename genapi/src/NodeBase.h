@@ -122,6 +122,12 @@ public:
 protected:
     // Access before the imposed modes: what the node's kind and its pValue chain allow.
     virtual GenApi::EAccessMode naturalAccessMode() const;
+    // Access GenApi asks for before the node's own conditions (a category's features, a value's limits);
+    // RW when the kind asks for none.
+    virtual GenApi::EAccessMode accessAskedFirst() const { return GenApi::RW; }
+    // The access, evaluated again when the last answer was the RW a failed evaluation left behind (an
+    // enumeration's read asks so in GenApi, where an integer's read takes that RW).
+    GenApi::EAccessMode accessAskedAgain() const;
     // Access of the node a pointer property names, or the fallback when it names none.
     GenApi::EAccessMode accessOfPointer(const char* property, GenApi::EAccessMode fallback) const;
     CNodeBase* pointee(const char* property) const;
@@ -209,6 +215,8 @@ private:
     GenApi::EAccessMode m_DescribedImposedAccess = GenApi::RW;
     mutable GenApi::EAccessMode m_CachedAccess = GenApi::_UndefinedAccesMode;
     mutable uint64_t m_AccessGeneration = 0;
+    // The kept access is the RW a failed evaluation left behind, not an evaluated answer.
+    mutable bool m_AccessAssumed = false;
     mutable uint64_t m_ValueInvalidAt = 0;
     mutable std::unique_ptr<SReach> m_Reach;
     mutable GenApi::EYesNo m_AccessCacheable = GenApi::_UndefinedYesNo;

@@ -571,10 +571,11 @@ TEST(RegisterWrites, LandWhereAndAsTheDescriptionPlacesThem) {
     EXPECT_EQ(CIntegerPtr(map._GetNode("Table"))->GetValue(), 0);
 }
 
-// Access modes as GenApi works them out: a category asks its features before its own conditions, and an
-// access evaluation that an exception ended answers RW once when it cannot be kept, then is evaluated
-// again; one that can be kept is evaluated again at once.
-TEST(AccessRules, CategoriesAskTheirFeaturesFirstAndFailedEvaluationsAnswerRWOnce) {
+// Access modes as GenApi works them out where an evaluation fails: a category asks its features and a
+// value its limits before their own conditions; an evaluation that an exception ended leaves RW behind
+// when its access cannot be kept (an enumeration's read asks again), and is evaluated again at once when
+// it can.
+TEST(AccessRules, FailedEvaluationsLeaveRWBehindWhereTheAccessCannotBeKept) {
     // A formula that names a constant beside an enumeration cannot be evaluated ("NULL pointer
     // dereferenced" in GenApi); over a NoCache register its answer cannot be kept, over a cached one it can.
     auto failing = [](const std::string& prefix, const std::string& reg) {
@@ -586,24 +587,62 @@ TEST(AccessRules, CategoriesAskTheirFeaturesFirstAndFailedEvaluationsAnswerRWOnc
                "Name=\"K\">1</Constant><Formula>(M=K)?1:0</Formula></IntSwissKnife>\n";
     };
     SWordMap words(intReg("MethodReg", 0, "<Cachable>NoCache</Cachable>") + intReg("KeptMethodReg", 4) +
-                   failing("", "MethodReg") + failing("Kept", "KeptMethodReg") +
+                   intReg("ChoiceReg", 8, "<Cachable>NoCache</Cachable>") + failing("", "MethodReg") +
+                   failing("Kept", "KeptMethodReg") +
                    R"(<Integer Name="Off"><Value>0</Value></Integer>
   <Integer Name="Guarded"><pIsAvailable>Broken</pIsAvailable><Value>5</Value></Integer>
   <Integer Name="KeptGuarded"><pIsAvailable>KeptBroken</pIsAvailable><Value>5</Value></Integer>
   <Category Name="Group"><pIsImplemented>Off</pIsImplemented><pFeature>Guarded</pFeature></Category>
-  <Category Name="KeptGroup"><pIsImplemented>Off</pIsImplemented><pFeature>KeptGuarded</pFeature></Category>)");
+  <Category Name="KeptGroup"><pIsImplemented>Off</pIsImplemented><pFeature>KeptGuarded</pFeature></Category>
+  <Enumeration Name="Choice"><pIsAvailable>Broken</pIsAvailable><EnumEntry Name="One"><Value>1</Value></EnumEntry><pValue>ChoiceReg</pValue></Enumeration>
+  <Category Name="Choices"><pFeature>Choice</pFeature></Category>
+  <Float Name="TimeMin"><pIsAvailable>Broken</pIsAvailable><Value>1</Value></Float>
+  <Float Name="TimeMax"><pIsAvailable>Broken</pIsAvailable><Value>9</Value></Float>
+  <Float Name="Time"><pIsAvailable>Broken</pIsAvailable><Value>2</Value><pMin>TimeMin</pMin><pMax>TimeMax</pMax></Float>
+  <Integer Name="Counted"><pIsAvailable>Broken</pIsAvailable><Value>3</Value></Integer>
+  <Integer Name="KeptCounted"><pIsAvailable>KeptBroken</pIsAvailable><Value>3</Value></Integer>
+  <IntSwissKnife Name="Twice"><pVariable Name="C">Counted</pVariable><Formula>C*2</Formula></IntSwissKnife>
+  <IntSwissKnife Name="KeptTwice"><pVariable Name="C">KeptCounted</pVariable><Formula>C*2</Formula></IntSwissKnife>)");
     CNodeMapRef& map = words.map;
     INode* guarded = map._GetNode("Guarded");
     INode* keptGuarded = map._GetNode("KeptGuarded");
+
     // The category fails through its feature, though its own condition says it is not implemented.
     ASSERT_THROW(map._GetNode("Group")->GetAccessMode(), GenICam::LogicalErrorException);
+    // The feature answers RW from then on, and reads; asked again, the category hears RW from it and its
+    // own condition decides.
     EXPECT_EQ(guarded->GetAccessMode(), RW);
-    EXPECT_THROW(guarded->GetAccessMode(), GenICam::LogicalErrorException);
-    // Asked again, the category hears RW from its feature, and its own condition decides.
+    EXPECT_EQ(guarded->GetAccessMode(), RW);
+    EXPECT_EQ(CIntegerPtr(guarded)->GetValue(), 5);
     EXPECT_EQ(map._GetNode("Group")->GetAccessMode(), NI);
+    // Where the access can be kept, every question evaluates it again, and fails again.
     EXPECT_THROW(map._GetNode("KeptGroup")->GetAccessMode(), GenICam::LogicalErrorException);
     EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
     EXPECT_THROW(keptGuarded->GetAccessMode(), GenICam::LogicalErrorException);
+
+    // An enumeration answers RW the same way, but its read asks again and fails.
+    ASSERT_THROW(map._GetNode("Choices")->GetAccessMode(), GenICam::LogicalErrorException);
+    CEnumerationPtr choice(map._GetNode("Choice"));
+    EXPECT_EQ(choice->GetAccessMode(), RW);
+    EXPECT_THROW(choice->ToString(), GenICam::LogicalErrorException);
+
+    // A value asks its limits first: the failure comes from its minimum, which answers RW afterwards; its
+    // maximum was never asked and fails in its own turn.
+    EXPECT_THROW(map._GetNode("Time")->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_EQ(map._GetNode("TimeMin")->GetAccessMode(), RW);
+    EXPECT_THROW(map._GetNode("TimeMax")->GetAccessMode(), GenICam::LogicalErrorException);
+
+    // A formula's access is kept only where its variables' can be: over a failing NoCache condition it
+    // answers RW once it has failed; over a cached one it fails every time.
+    EXPECT_THROW(map._GetNode("Twice")->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_EQ(map._GetNode("Twice")->GetAccessMode(), RW);
+    EXPECT_THROW(map._GetNode("KeptTwice")->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_THROW(map._GetNode("KeptTwice")->GetAccessMode(), GenICam::LogicalErrorException);
+
+    // The RW left behind lasts until something the access depends on changes: then it is evaluated again.
+    CIntegerPtr(map._GetNode("MethodReg"))->SetValue(1);
+    EXPECT_THROW(guarded->GetAccessMode(), GenICam::LogicalErrorException);
+    EXPECT_EQ(guarded->GetAccessMode(), RW);
 }
 
 // A node that is not there takes with it what needs it: a condition that is not implemented holds for
