@@ -140,7 +140,7 @@ CIntegerNode::ESource CIntegerNode::source() {
         return m_Source;
     const SNodeDescription& d = description();
     const bool plainInteger = d.tag == "Integer" && !d.has("pValueIndexed");
-    if (plainInteger && !d.has("pValue") && (map().dependents(this).empty() || d.implied) &&
+    if (plainInteger && !d.has("pValue") && (map().links().dependents(this).empty() || d.implied) &&
         textToInteger(d.value("Value"), m_OwnValue))
         m_Source = ESource::Own;
     else if (d.tag == "IntConverter")

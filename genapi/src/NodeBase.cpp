@@ -31,11 +31,6 @@ private:
     int& m_Depth;
 };
 
-void appendUnique(NodeList_t& list, std::set<INode*>& seen, INode* node) {
-    if (node && seen.insert(node).second)
-        list.push_back(node);
-}
-
 }  // namespace
 
 bool isValuePointer(const std::string& property) {
@@ -235,7 +230,7 @@ EAccessMode CNodeBase::GetAccessMode() const {
         m_AccessGeneration = 0;
     }
     if (m_AccessGeneration == generation) {
-        if (CNodeMapImpl::verifyingValueCache() && !m_AccessAssumed)
+        if (CValueCache::verifying() && !m_AccessAssumed)
             verifyKeptAccess();
         return m_CachedAccess;
     }
@@ -449,64 +444,12 @@ gcstring CNodeBase::GetDeviceName() const {
 void CNodeBase::GetChildren(NodeList_t& Children, ELinkType LinkType) const {
     CMapEntry entry(m_Map);
     Children.clear();
-    std::set<INode*> seen;
-    switch (LinkType) {
-        case ctParentNodes:
-            GetParents(Children);
-            return;
-        case ctReadingChildren:
-            // A category reads its features, in the order it lists them.
-            for (const std::string& featureName : m_Description.values("pFeature"))
-                appendUnique(Children, seen, m_Map.node(featureName));
-            for (CNodeBase* child : m_Map.references(this))
-                appendUnique(Children, seen, child);
-            return;
-        case ctWritingChildren:
-            appendUnique(Children, seen, pointee("pValue"));
-            if (isRegisterKind(m_Description.tag))
-                appendUnique(Children, seen, pointee("pPort"));
-            return;
-        case ctInvalidatingChildren:
-            for (const std::string& target : m_Description.values("pInvalidator")) {
-                appendUnique(Children, seen, m_Map.node(target));
-            }
-            return;
-        case ctValueChangingChildren:
-            for (const SProperty& property : m_Description.properties) {
-                if (isValuePointer(property.name))
-                    appendUnique(Children, seen, m_Map.node(property.value));
-            }
-            return;
-        case ctDependingNodes:
-        case ctTerminalNodes:
-            break;
-    }
-    // The transitive walks: depending nodes upwards, terminal nodes downwards.
-    const bool upwards = LinkType == ctDependingNodes;
-    std::vector<const CNodeBase*> work{this};
-    std::set<const CNodeBase*> visited{this};
-    while (!work.empty()) {
-        const CNodeBase* current = work.back();
-        work.pop_back();
-        const std::vector<CNodeBase*>& next = upwards ? m_Map.dependents(current) : m_Map.references(current);
-        if (!upwards && next.empty() && current != this)
-            appendUnique(Children, seen, const_cast<CNodeBase*>(current));
-        for (CNodeBase* node : next) {
-            if (!visited.insert(node).second)
-                continue;
-            if (upwards)
-                appendUnique(Children, seen, node);
-            work.push_back(node);
-        }
-    }
+    for (CNodeBase* child : m_Map.links().linked(this, LinkType))
+        Children.push_back(child);
 }
 
 void CNodeBase::GetParents(NodeList_t& Parents) const {
-    CMapEntry entry(m_Map);
-    Parents.clear();
-    std::set<INode*> seen;
-    for (CNodeBase* parent : m_Map.dependents(this))
-        appendUnique(Parents, seen, parent);
+    GetChildren(Parents, ctParentNodes);
 }
 
 CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {

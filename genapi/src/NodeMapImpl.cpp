@@ -28,8 +28,6 @@ using GENICAM_NAMESPACE::gcstring_vector;
 namespace GenApiEngine {
 namespace {
 
-const std::vector<CNodeBase*> noNodes;
-
 std::unique_ptr<CNodeBase> makeNode(CNodeMapImpl& map, const SNodeDescription& d, ArvGcNode* n) {
     const std::string& t = d.tag;
     if (t == "Integer" || t == "IntSwissKnife" || t == "IntConverter")
@@ -60,19 +58,6 @@ std::unique_ptr<CNodeBase> makeNode(CNodeMapImpl& map, const SNodeDescription& d
     if (t == "Port")
         return std::make_unique<CPortNode>(map, d, n);
     return std::make_unique<CNodeBase>(map, d, n, intfIBase);
-}
-
-// Pointers that only structure the description and carry no value dependency.
-bool isStructuralPointer(const std::string& property) {
-    return property == "pFeature" || property == "pAlias" || property == "pCastAlias" || property == "pError";
-}
-
-void addUnique(std::vector<CNodeBase*>& list, CNodeBase* node) {
-    for (CNodeBase* present : list) {
-        if (present == node)
-            return;
-    }
-    list.push_back(node);
 }
 
 uint16_t versionPart(const std::string& text) {
@@ -126,15 +111,18 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
       m_Xml(xml),
       m_Lock(userLock ? userLock : &m_OwnLock) {
     createNodes();
-    linkNodes();
+    m_Links.reset(new CNodeLinks(m_Nodes, [this](const std::string& name) { return node(name); }));
+    markFeatures();
+    m_Values.reset(new CValueCache(*m_Links, m_OwnsDevice));
     m_Selectors.link(*m_Index, [this](const std::string& name) { return node(name); });
     if (m_OwnsDevice) {
         m_Routing = routePorts(*m_Index);
         setTagShift(m_Device, m_Routing.shift);
-        createCacheRules();
-        m_Cache.setWriteListener(
-            [this](int64_t address, int64_t length) { registersWritten(address, length); });
-        setDeviceCache(m_Device, &m_Cache);
+        m_Values->addRules(m_Nodes, m_Routing);
+        CValueCache& values = *m_Values;
+        values.registers().setWriteListener(
+            [&values](int64_t address, int64_t length) { values.registersWritten(address, length); });
+        setDeviceCache(m_Device, &values.registers());
     }
 }
 
@@ -186,61 +174,8 @@ void CNodeMapImpl::createNodes() {
     }
 }
 
-void CNodeMapImpl::link(CNodeBase* from, CNodeBase* to) {
-    addUnique(m_References[from], to);
-    addUnique(m_Dependents[to], from);
-}
-
-// A node depends on every node its pointers read, on its pInvalidators, on its selectors and on registers
-// that share its address; features reachable from the category "Root" are marked as features.
-void CNodeMapImpl::linkNodes() {
-    std::map<std::string, std::vector<CNodeBase*>> registersByAddress;
-    for (const std::unique_ptr<CNodeBase>& owner : m_Nodes) {
-        CNodeBase* node = owner.get();
-        const SNodeDescription& description = node->description();
-        for (const SProperty& property : description.properties) {
-            if (property.name.size() < 2 || property.name[0] != 'p' || isStructuralPointer(property.name))
-                continue;
-            CNodeBase* target = this->node(property.value);
-            if (!target || target == node)
-                continue;
-            if (property.name == "pIsImplemented" || property.name == "pIsAvailable" ||
-                property.name == "pIsLocked")
-                addUnique(m_ConditionOf[target], node);
-            if (property.name == "pSelected") {
-                addUnique(m_Dependents[node], target);
-            } else if (property.name == "pInvalidator") {
-                addUnique(m_Dependents[target], node);
-                addUnique(m_InvalidatedBy[target], node);
-            } else {
-                link(node, target);
-            }
-        }
-        for (const std::string& entryName : description.entries) {
-            if (CNodeBase* entry = this->node(entryName))
-                link(node, entry);
-        }
-        // An integer formula reads its constants from their nodes.
-        for (const SProperty& property : description.properties) {
-            if (property.name != "Constant")
-                continue;
-            if (CNodeBase* constant = this->node(constantNodeName(description, property)))
-                link(node, constant);
-        }
-        if (isRegisterKind(description.tag) && description.has("Address") && !description.has("pAddress") &&
-            !description.has("pIndex")) {
-            registersByAddress[description.value("pPort") + "|" + description.value("Address")].push_back(
-                node);
-        }
-    }
-    for (auto& group : registersByAddress) {
-        for (CNodeBase* a : group.second) {
-            for (CNodeBase* b : group.second) {
-                if (a != b)
-                    addUnique(m_Dependents[a], b);
-            }
-        }
-    }
+// Features are the nodes reachable from the category "Root".
+void CNodeMapImpl::markFeatures() {
     std::vector<CNodeBase*> work;
     if (CNodeBase* root = node("Root"))
         work.push_back(root);
@@ -255,118 +190,6 @@ void CNodeMapImpl::linkNodes() {
                 work.push_back(feature);
         }
     }
-}
-
-// A register may be cached when its address and length are constants; an index repeats it by its offset.
-void CNodeMapImpl::createCacheRules() {
-    for (const std::unique_ptr<CNodeBase>& owner : m_Nodes) {
-        const SNodeDescription& d = owner->description();
-        if (!isRegisterKind(d.tag) || d.values("Address").size() != 1 || d.has("pAddress"))
-            continue;
-        int64_t address = 0;
-        int64_t length = 0;
-        if (!textToInteger(d.value("Address"), address) || !textToInteger(d.value("Length"), length))
-            continue;
-        int64_t stride = 0;
-        for (const SProperty& property : d.properties) {
-            if (property.name == "pIndex" && !indexStep(property, length, stride))
-                stride = -1;
-        }
-        if (stride < 0)
-            continue;
-        const ECachingMode mode = owner->GetCachingMode();
-        address += m_Routing.offsetOf(d.value("pPort"));
-        m_CacheRules[owner.get()] = m_Cache.addRule(SCacheRule{address, length, stride, mode});
-        m_RuleOwners.push_back(owner.get());
-    }
-}
-
-std::vector<const CNodeBase*> CNodeMapImpl::registersBehind(const CNodeBase* node, bool valueOnly) const {
-    std::vector<const CNodeBase*> registers;
-    std::vector<const CNodeBase*> work{node};
-    std::set<const CNodeBase*> seen{node};
-    while (!work.empty()) {
-        const CNodeBase* current = work.back();
-        work.pop_back();
-        if (isRegisterKind(current->description().tag))
-            registers.push_back(current);
-        for (const CNodeBase* child : valueOnly ? valueSources(current) : references(current)) {
-            if (child->description().tag != "Port" && seen.insert(child).second)
-                work.push_back(child);
-        }
-    }
-    return registers;
-}
-
-namespace {
-const bool verifyingCache =
-    GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
-}
-
-bool CNodeMapImpl::verifyingValueCache() {
-    return verifyingCache;
-}
-
-bool CNodeMapImpl::keepingValues() {
-    static const bool keeping =
-        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VALUE_CACHE") != "0";
-    return keeping;
-}
-
-// Dropped bytes may read differently next time, so whatever depends on their registers is computed again.
-void CNodeMapImpl::dropCache(const CNodeBase* node) const {
-    if (node->description().tag == "Port" || !m_OwnsDevice) {
-        m_Cache.clear();
-        invalidateAllValues();
-        return;
-    }
-    m_RegistersChangedAt = ++m_ValueClock;
-    for (const CNodeBase* reg : registersBehind(node, false)) {
-        const auto rule = m_CacheRules.find(reg);
-        if (rule == m_CacheRules.end())
-            continue;
-        m_Cache.invalidateRule(rule->second);
-        invalidateValues(changedWith(m_RuleOwners[rule->second]));
-    }
-}
-
-void CNodeMapImpl::registersWritten(int64_t address, int64_t length) const {
-    m_RegistersChangedAt = ++m_ValueClock;
-    for (const size_t rule : m_Cache.rulesOverlapping(address, length))
-        invalidateValues(changedWith(m_RuleOwners[rule]));
-}
-
-// The values change, and with them the access of every node they are a condition of.
-void CNodeMapImpl::invalidateValues(const std::vector<CNodeBase*>& nodes) const {
-    const uint64_t at = ++m_ValueClock;
-    for (CNodeBase* node : nodes) {
-        node->invalidateValue(at);
-        for (CNodeBase* conditioned : accessChangedWith(node))
-            conditioned->dropAccessCache();
-    }
-}
-
-uint64_t CNodeMapImpl::valuesValidSince(const CNodeBase& node, bool followsRegisterChanges) const {
-    const uint64_t since = std::max(node.valueInvalidAt(), m_AllValuesInvalidAt);
-    return followsRegisterChanges ? std::max(since, m_RegistersChangedAt) : since;
-}
-
-// Over a device Aravis opened, writes pass the register cache by, so no register has a known place.
-bool CNodeMapImpl::behindUnplacedRegister(const CNodeBase* node) const {
-    for (const CNodeBase* reg : registersBehind(node, false)) {
-        if (!m_OwnsDevice || m_CacheRules.find(reg) == m_CacheRules.end())
-            return true;
-    }
-    return false;
-}
-
-bool CNodeMapImpl::cacheHolds(const CNodeBase* node) const {
-    for (const CNodeBase* reg : registersBehind(node, true)) {
-        const auto rule = m_CacheRules.find(reg);
-        if (rule == m_CacheRules.end() || !m_Cache.ruleIsValid(rule->second))
-            return false;
-    }
-    return true;
 }
 
 // Asked once per outermost engine call: a port changing its access in the middle of one call is seen by
@@ -392,7 +215,7 @@ void CNodeMapImpl::invalidate(CNodeBase* node) const {
     // As GenApi, only a register's own invalidation drops its cached bytes: a feature invalidated
     // computes its value again from the bytes its registers keep.
     if (isRegisterKind(node->description().tag))
-        dropCache(node);
+        m_Values->drop(node);
     dropAccessFrom(node);
     noteChanged(node, false);
 }
@@ -400,41 +223,20 @@ void CNodeMapImpl::invalidate(CNodeBase* node) const {
 // Everything read through a port may have changed: every kept value and access goes at once, and only
 // the nodes with callbacks need to know what depends on the port.
 void CNodeMapImpl::invalidatePort(CNodeBase* port) const {
-    dropCache(port);
+    m_Values->drop(port);
     ++m_AccessGeneration;
     if (m_SuppressMode == csmOff && m_CallbackCount > 0)
         queueCallbacks(calledBackWith(port, false));
 }
 
 void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {
-    for (CNodeBase* reached : changedWith(node))
+    for (CNodeBase* reached : m_Links->changedWith(node))
         reached->dropAccessCache();
 }
 
 CNodeBase* CNodeMapImpl::node(const std::string& name) const {
     const auto found = m_ByName.find(name);
     return found == m_ByName.end() ? nullptr : found->second;
-}
-
-const std::vector<CNodeBase*>& CNodeMapImpl::dependents(const CNodeBase* node) const {
-    const auto found = m_Dependents.find(node);
-    return found == m_Dependents.end() ? noNodes : found->second;
-}
-
-std::vector<CNodeBase*> CNodeMapImpl::valueSources(const CNodeBase* node) const {
-    std::vector<CNodeBase*> sources;
-    for (const SProperty& property : node->description().properties) {
-        if (!isValuePointer(property.name))
-            continue;
-        if (CNodeBase* source = this->node(property.value))
-            sources.push_back(source);
-    }
-    return sources;
-}
-
-const std::vector<CNodeBase*>& CNodeMapImpl::references(const CNodeBase* node) const {
-    const auto found = m_References.find(node);
-    return found == m_References.end() ? noNodes : found->second;
 }
 
 IPort* CNodeMapImpl::userPort(const std::string& portName) const {
@@ -503,72 +305,15 @@ void CNodeMapImpl::fireInsideLock() const {
         const_cast<CNodeMapImpl*>(this)->m_SuppressMode = csmOff;
 }
 
-// The changed node, what its value is written to, and everything that depends on either.
-void CNodeMapImpl::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const {
-    std::vector<CNodeBase*> work{node};
-    for (CNodeBase* target = node; target;) {
-        target =
-            target->description().has("pValue") ? this->node(target->description().value("pValue")) : nullptr;
-        if (target && std::find(work.begin(), work.end(), target) != work.end())
-            break;
-        if (target)
-            work.push_back(target);
-    }
-    std::set<CNodeBase*> seen(work.begin(), work.end());
-    while (!work.empty()) {
-        CNodeBase* current = work.back();
-        work.pop_back();
-        changed.push_back(current);
-        for (CNodeBase* dependent : dependents(current)) {
-            if (seen.insert(dependent).second)
-                work.push_back(dependent);
-        }
-    }
-}
-
-const std::vector<CNodeBase*>& CNodeMapImpl::changedWith(CNodeBase* node) const {
-    CNodeBase::SReach& reach = node->reach();
-    if (!reach.changedKnown) {
-        collectChanged(node, reach.changed);
-        reach.changedKnown = true;
-    }
-    return reach.changed;
-}
-
-// A node's access depends on the values of its conditions and on the access of the nodes it reads, never
-// on its own value: a changed value reaches the access of the nodes it is a condition of, and of
-// everything that reads them.
-const std::vector<CNodeBase*>& CNodeMapImpl::accessChangedWith(CNodeBase* node) const {
-    CNodeBase::SReach& reach = node->reach();
-    if (reach.accessKnown)
-        return reach.access;
-    const auto conditioned = m_ConditionOf.find(node);
-    if (conditioned != m_ConditionOf.end()) {
-        std::set<CNodeBase*> seen;
-        for (CNodeBase* target : conditioned->second) {
-            for (CNodeBase* affected : changedWith(target)) {
-                if (seen.insert(affected).second)
-                    reach.access.push_back(affected);
-            }
-        }
-    }
-    reach.accessKnown = true;
-    return reach.access;
-}
-
 // A write changes what the written node's value goes to, so registers that name any of that as their
 // pInvalidator drop their bytes; an invalidation reaches only the node and what depends on it.
 void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
-    const std::vector<CNodeBase*>& changed = changedWith(node);
-    invalidateValues(changed);
-    if (!m_OwnsDevice)
-        m_RegistersChangedAt = ++m_ValueClock;
+    const std::vector<CNodeBase*>& changed = m_Links->changedWith(node);
+    m_Values->invalidateValues(changed);
+    m_Values->noteRegistersChanged();
     for (CNodeBase* candidate : written ? changed : calledBackWith(node, false)) {
-        const auto invalidated = m_InvalidatedBy.find(candidate);
-        if (invalidated != m_InvalidatedBy.end()) {
-            for (CNodeBase* target : invalidated->second)
-                dropCache(target);
-        }
+        for (CNodeBase* target : m_Links->invalidatedBy(candidate))
+            m_Values->drop(target);
     }
     if (m_SuppressMode == csmOff && m_CallbackCount > 0)
         queueCallbacks(calledBackWith(node, written));
@@ -611,9 +356,8 @@ INode* CNodeMapImpl::GetNode(const gcstring& Name) const {
 
 void CNodeMapImpl::InvalidateNodes() const {
     CMapEntry entry(*this);
-    m_Cache.clear();
+    m_Values->dropAll();
     ++m_AccessGeneration;
-    invalidateAllValues();
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {

@@ -11,7 +11,8 @@
 #include "NodeProperties.h"
 #include "PortRouting.h"
 #include "SelectorLinks.h"
-#include "RegisterCache.h"
+#include "NodeLinks.h"
+#include "ValueCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
 #include <map>
@@ -87,28 +88,19 @@ public:
     bool servedByDevice() const { return !m_OwnsDevice; }
     // The address offset that routes transfers of a port's registers to that port.
     int64_t portOffset(const std::string& portName) const { return m_Routing.offsetOf(portName); }
-    const std::vector<CNodeBase*>& dependents(const CNodeBase* node) const;
+    // The link table: what every node reads and what depends on it.
+    const CNodeLinks& links() const { return *m_Links; }
+    // The register bytes and node values the map keeps.
+    CValueCache& values() const { return *m_Values; }
     // The dependents GenApi lists in pDependent, worked out when first asked for; the map lock must be held.
     const CDependentGraph& dependentGraph() const;
     // A node's properties; the list of the node asked last is kept, since a client asks for a node's names
     // and then for each of them. The map lock must be held.
     const CNodeProperties& propertiesOf(const CNodeBase& node) const;
-    const std::vector<CNodeBase*>& references(const CNodeBase* node) const;
 
     // Cached access modes are valid while they carry the current generation; a user port that reports
     // another access mode than before starts a new one.
     uint64_t accessGeneration() const { return m_AccessGeneration; }
-    // Node values are kept with the value clock's time of their computation; a value computed before
-    // its node was last invalidated (or before every value was) is computed again.
-    uint64_t valueClock() const { return m_ValueClock; }
-    uint64_t valuesValidSince(const CNodeBase& node, bool followsRegisterChanges) const;
-    // Whether a node reads a register whose place the register cache does not know, so that it cannot
-    // tell which writes reach it: such a node's value is computed again after any register changes.
-    bool behindUnplacedRegister(const CNodeBase* node) const;
-    // GENAPI_ENGINE_VERIFY_CACHE=1: every cached value served is compared with a fresh evaluation.
-    static bool verifyingValueCache();
-    // GENAPI_ENGINE_VALUE_CACHE=0: no node keeps its value, to compare with every read evaluated.
-    static bool keepingValues();
     void checkPortAccess() const;
 
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
@@ -129,9 +121,6 @@ public:
     void invalidatePort(CNodeBase* port) const;
     // Forgets the kept access of a node and of every node that reads it, since its own access changed.
     void dropAccessFrom(CNodeBase* node) const;
-    // The register cache: dropping what lies behind a node, and whether all of it is cached.
-    void dropCache(const CNodeBase* node) const;
-    bool cacheHolds(const CNodeBase* node) const;
 
 private:
     CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
@@ -139,24 +128,10 @@ private:
                  GenApi::CLock* userLock);
     ~CNodeMapImpl();
     void createNodes();
-    void createCacheRules();
-    // The register nodes a node reads, directly or through other nodes; ports excluded.
-    // With valueOnly, only through the pointers the value is computed from (pValue, pVariable, pIndex, ...).
-    std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
-    std::vector<CNodeBase*> valueSources(const CNodeBase* node) const;
-    void linkNodes();
-    void link(CNodeBase* from, CNodeBase* to);
-    void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
-    // What collectChanged finds, worked out once per node since the links never change.
-    const std::vector<CNodeBase*>& changedWith(CNodeBase* node) const;
-    void invalidateValues(const std::vector<CNodeBase*>& nodes) const;
-    const std::vector<CNodeBase*>& accessChangedWith(CNodeBase* node) const;
+    void markFeatures();
     // The nodes GenApi calls back when a node is written or invalidated, worked out once per node.
     const std::vector<CNodeBase*>& calledBackWith(CNodeBase* node, bool written) const;
     void queueCallbacks(const std::vector<CNodeBase*>& nodes) const;
-    void invalidateAllValues() const { m_AllValuesInvalidAt = ++m_ValueClock; }
-    // Every register whose bytes a write reached, and all that depends on it, computes its value again.
-    void registersWritten(int64_t address, int64_t length) const;
     void fireInsideLock() const;
     void destroyRetired() const;
 
@@ -172,22 +147,14 @@ private:
 
     std::vector<std::unique_ptr<CNodeBase>> m_Nodes;
     std::map<std::string, CNodeBase*> m_ByName;
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_References;
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
+    std::unique_ptr<CNodeLinks> m_Links;
+    std::unique_ptr<CValueCache> m_Values;
     SPortRouting m_Routing;
     CSelectorLinks m_Selectors;
     mutable std::map<std::string, GenApi::IPort*> m_UserPorts;
-    mutable CRegisterCache m_Cache;
     mutable std::unique_ptr<CDependentGraph> m_DependentGraph;
     mutable std::unique_ptr<CNodeProperties> m_LastProperties;
     mutable uint64_t m_AccessGeneration = 1;
-    mutable uint64_t m_ValueClock = 1;
-    mutable uint64_t m_AllValuesInvalidAt = 1;
-    mutable uint64_t m_RegistersChangedAt = 1;
-    std::vector<CNodeBase*> m_RuleOwners;
-    // The nodes that name a node as their pIsImplemented, pIsAvailable or pIsLocked.
-    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_ConditionOf;
     mutable uint64_t m_OutermostCalls = 0;
     mutable uint64_t m_PortsCheckedIn = 0;
     // The access each connected user port reported when last asked.
@@ -196,7 +163,6 @@ private:
         GenApi::EAccessMode mode;
     };
     mutable std::vector<SPortAccess> m_PortAccess;
-    std::map<const CNodeBase*, size_t> m_CacheRules;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 
     mutable int64_t m_CallbackCount = 0;

@@ -9,19 +9,19 @@ namespace GenApiEngine {
 
 bool CValueNode::IsValueCacheValid() const {
     CMapEntry entry(map());
-    return map().cacheHolds(this);
+    return map().values().holds(this);
 }
 
 void CValueNode::CCacheBypass::drop() const {
     if (m_Node)
-        m_Node->map().dropCache(m_Node);
+        m_Node->map().values().drop(m_Node);
 }
 
 // A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache;
 // the caching mode follows from the description alone, so it is asked once.
 bool CValueNode::keepsValue() const {
     if (m_KeepsValue == GenApi::_UndefinedYesNo) {
-        const bool keeps = CNodeMapImpl::keepingValues() && GetCachingMode() != GenApi::NoCache;
+        const bool keeps = CValueCache::keeping() && GetCachingMode() != GenApi::NoCache;
         m_KeepsValue = keeps ? GenApi::Yes : GenApi::No;
     }
     return m_KeepsValue == GenApi::Yes;
@@ -35,17 +35,17 @@ bool CValueNode::limitKeepsValue(const char* limit) const {
 }
 
 uint64_t CValueNode::valueClock() const {
-    return map().valueClock();
+    return map().values().clock();
 }
 
 uint64_t CValueNode::validSince() const {
     if (m_FollowsRegisterChanges == GenApi::_UndefinedYesNo)
-        m_FollowsRegisterChanges = map().behindUnplacedRegister(this) ? GenApi::Yes : GenApi::No;
-    return map().valuesValidSince(*this, m_FollowsRegisterChanges == GenApi::Yes);
+        m_FollowsRegisterChanges = map().values().behindUnplacedRegister(this) ? GenApi::Yes : GenApi::No;
+    return map().values().validSince(*this, m_FollowsRegisterChanges == GenApi::Yes);
 }
 
 bool CValueNode::verifyingValueCache() {
-    return CNodeMapImpl::verifyingValueCache();
+    return CValueCache::verifying();
 }
 
 std::string CValueNode::describe(double value) {
