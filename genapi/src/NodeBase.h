@@ -102,9 +102,10 @@ public:
     // What a change of this node reaches: the nodes whose values change with it, and the nodes whose
     // access changes with its value. The node map works both out once, when first needed.
     struct SReach {
-        bool changedKnown = false;
+        // Reached when the node is invalidated [0] and when it is written [1].
+        bool changedKnown[2] = {false, false};
         bool accessKnown = false;
-        std::vector<CNodeBase*> changed;
+        std::vector<CNodeBase*> changed[2];
         std::vector<CNodeBase*> access;
         // Called back when the node is invalidated [0] and when it is written [1].
         bool calledBackKnown[2] = {false, false};

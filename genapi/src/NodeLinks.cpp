@@ -138,6 +138,17 @@ std::vector<const CNodeBase*> CNodeLinks::registersBehind(const CNodeBase* node,
     return registers;
 }
 
+bool CNodeLinks::inValueChain(const CNodeBase* node, const CNodeBase* target) const {
+    const CNodeBase* current = node;
+    for (int links = 0; current && links < 64; ++links) {
+        if (current == target)
+            return true;
+        const SNodeDescription& d = current->description();
+        current = d.has("pValue") ? m_NodeByName(d.value("pValue")) : nullptr;
+    }
+    return false;
+}
+
 std::vector<CNodeBase*> CNodeLinks::linked(const CNodeBase* node, GenApi::ELinkType type) const {
     using namespace GENAPI_NAMESPACE;
     const SNodeDescription& description = node->description();
@@ -199,9 +210,9 @@ void CNodeLinks::walk(const CNodeBase* node, bool upwards, std::vector<CNodeBase
     }
 }
 
-void CNodeLinks::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const {
+void CNodeLinks::collectChanged(CNodeBase* node, bool written, std::vector<CNodeBase*>& changed) const {
     std::vector<CNodeBase*> work{node};
-    for (CNodeBase* target = node; target;) {
+    for (CNodeBase* target = node; written && target;) {
         target = target->description().has("pValue") ? m_NodeByName(target->description().value("pValue"))
                                                      : nullptr;
         if (target && std::find(work.begin(), work.end(), target) != work.end())
@@ -221,13 +232,13 @@ void CNodeLinks::collectChanged(CNodeBase* node, std::vector<CNodeBase*>& change
     }
 }
 
-const std::vector<CNodeBase*>& CNodeLinks::changedWith(CNodeBase* node) const {
+const std::vector<CNodeBase*>& CNodeLinks::changedWith(CNodeBase* node, bool written) const {
     CNodeBase::SReach& reach = node->reach();
-    if (!reach.changedKnown) {
-        collectChanged(node, reach.changed);
-        reach.changedKnown = true;
+    if (!reach.changedKnown[written]) {
+        collectChanged(node, written, reach.changed[written]);
+        reach.changedKnown[written] = true;
     }
-    return reach.changed;
+    return reach.changed[written];
 }
 
 const std::vector<CNodeBase*>& CNodeLinks::accessChangedWith(CNodeBase* node) const {
@@ -236,7 +247,7 @@ const std::vector<CNodeBase*>& CNodeLinks::accessChangedWith(CNodeBase* node) co
         return reach.access;
     std::set<CNodeBase*> seen;
     for (CNodeBase* target : listOf(m_ConditionOf, node)) {
-        for (CNodeBase* affected : changedWith(target)) {
+        for (CNodeBase* affected : changedWith(target, true)) {
             if (seen.insert(affected).second)
                 reach.access.push_back(affected);
         }

@@ -34,12 +34,14 @@ public:
     // With valueOnly, only through the pointers the value is computed from.
     std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
 
+    // Whether target is the node or one its value goes to through pValue, link by link.
+    bool inValueChain(const CNodeBase* node, const CNodeBase* target) const;
     // The nodes GenApi lists for a node under a link type (INode::GetChildren), each once.
     std::vector<CNodeBase*> linked(const CNodeBase* node, GenApi::ELinkType type) const;
 
-    // The changed node, what its value is written to, and everything that depends on either; worked out
-    // once per node, since the links never change.
-    const std::vector<CNodeBase*>& changedWith(CNodeBase* node) const;
+    // The changed node and everything that depends on it, and for a write also what its value is written
+    // to and what depends on that; worked out once per node, since the links never change.
+    const std::vector<CNodeBase*>& changedWith(CNodeBase* node, bool written) const;
     // The nodes whose access a change of a node's value reaches: those it is a condition of, and
     // everything that reads them. A node's access never depends on its own value.
     const std::vector<CNodeBase*>& accessChangedWith(CNodeBase* node) const;
@@ -49,7 +51,7 @@ private:
     void linkPointers(CNodeBase* node);
     // Depending nodes upwards through the dependents, terminal nodes downwards through the references.
     void walk(const CNodeBase* node, bool upwards, std::vector<CNodeBase*>& found) const;
-    void collectChanged(CNodeBase* node, std::vector<CNodeBase*>& changed) const;
+    void collectChanged(CNodeBase* node, bool written, std::vector<CNodeBase*>& changed) const;
 
     FNodeByName m_NodeByName;
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_Dependents;

@@ -230,7 +230,7 @@ void CNodeMapImpl::invalidatePort(CNodeBase* port) const {
 }
 
 void CNodeMapImpl::dropAccessFrom(CNodeBase* node) const {
-    for (CNodeBase* reached : m_Links->changedWith(node))
+    for (CNodeBase* reached : m_Links->changedWith(node, false))
         reached->dropAccessCache();
 }
 
@@ -308,12 +308,16 @@ void CNodeMapImpl::fireInsideLock() const {
 // A write changes what the written node's value goes to, so registers that name any of that as their
 // pInvalidator drop their bytes; an invalidation reaches only the node and what depends on it.
 void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
-    const std::vector<CNodeBase*>& changed = m_Links->changedWith(node);
+    const std::vector<CNodeBase*>& changed = m_Links->changedWith(node, written);
     m_Values->invalidateValues(changed);
     m_Values->noteRegistersChanged();
     for (CNodeBase* candidate : written ? changed : calledBackWith(node, false)) {
-        for (CNodeBase* target : m_Links->invalidatedBy(candidate))
-            m_Values->drop(target);
+        for (CNodeBase* target : m_Links->invalidatedBy(candidate)) {
+            // The registers a write just filled keep what was written, as GenApi caches a written value
+            // after the invalidation it causes.
+            if (!written || !m_Links->inValueChain(node, target))
+                m_Values->drop(target);
+        }
     }
     if (m_SuppressMode == csmOff && m_CallbackCount > 0)
         queueCallbacks(calledBackWith(node, written));

@@ -13,7 +13,27 @@ namespace GenApiEngine {
 namespace {
 const bool verifyingCache =
     GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
+
+// A register's address is the sum of its Address elements when it has no computed part.
+bool constantAddress(const SNodeDescription& d, int64_t& address) {
+    const std::vector<std::string> parts = d.values("Address");
+    address = 0;
+    for (const std::string& part : parts) {
+        int64_t value = 0;
+        if (!textToInteger(part, value))
+            return false;
+        address += value;
+    }
+    return !parts.empty();
 }
+
+// An address computed from nodes (pAddress, pIndex) over a constant length.
+bool computedPlace(const CNodeBase& reg) {
+    const SNodeDescription& d = reg.description();
+    return !d.has("pLength") && (d.has("pAddress") || d.has("pIndex"));
+}
+
+}  // namespace
 
 CValueCache::CValueCache(const CNodeLinks& links, bool throughCache)
     : m_Links(links), m_ThroughCache(throughCache) {}
@@ -32,11 +52,10 @@ void CValueCache::addRules(const std::vector<std::unique_ptr<CNodeBase>>& nodes,
                            const SPortRouting& routing) {
     for (const std::unique_ptr<CNodeBase>& owner : nodes) {
         const SNodeDescription& d = owner->description();
-        if (!isRegisterKind(d.tag) || d.values("Address").size() != 1 || d.has("pAddress"))
-            continue;
         int64_t address = 0;
         int64_t length = 0;
-        if (!textToInteger(d.value("Address"), address) || !textToInteger(d.value("Length"), length))
+        if (!isRegisterKind(d.tag) || d.has("pAddress") || !constantAddress(d, address) ||
+            !textToInteger(d.value("Length"), length))
             continue;
         int64_t stride = 0;
         for (const SProperty& property : d.properties) {
@@ -57,9 +76,19 @@ uint64_t CValueCache::validSince(const CNodeBase& node, bool followsRegisterChan
     return followsRegisterChanges ? std::max(since, m_RegistersChangedAt) : since;
 }
 
+// A register whose address is computed from nodes is placed as well: it depends on those nodes, so it
+// computes its value again when they change, as in GenApi.
 bool CValueCache::behindUnplacedRegister(const CNodeBase* node) const {
     for (const CNodeBase* reg : m_Links.registersBehind(node, false)) {
-        if (!m_ThroughCache || m_Rules.find(reg) == m_Rules.end())
+        if (!m_ThroughCache || (m_Rules.find(reg) == m_Rules.end() && !computedPlace(*reg)))
+            return true;
+    }
+    return false;
+}
+
+bool CValueCache::behindComputedPlace(const CNodeBase* node) const {
+    for (const CNodeBase* reg : m_Links.registersBehind(node, false)) {
+        if (m_Rules.find(reg) == m_Rules.end() && computedPlace(*reg))
             return true;
     }
     return false;
@@ -83,10 +112,11 @@ void CValueCache::drop(const CNodeBase* node) {
     m_RegistersChangedAt = ++m_Clock;
     for (const CNodeBase* reg : m_Links.registersBehind(node, false)) {
         const auto rule = m_Rules.find(reg);
-        if (rule == m_Rules.end())
-            continue;
-        m_Registers.invalidateRule(rule->second);
-        invalidateValues(m_Links.changedWith(m_RuleOwners[rule->second]));
+        if (rule != m_Rules.end())
+            m_Registers.invalidateRule(rule->second);
+        // A register at a computed place keeps no bytes here, only its value: that goes.
+        CNodeBase* owner = rule != m_Rules.end() ? m_RuleOwners[rule->second] : const_cast<CNodeBase*>(reg);
+        invalidateValues(m_Links.changedWith(owner, true));
     }
 }
 
@@ -98,7 +128,7 @@ void CValueCache::dropAll() {
 void CValueCache::registersWritten(int64_t address, int64_t length) {
     m_RegistersChangedAt = ++m_Clock;
     for (const size_t rule : m_Registers.rulesOverlapping(address, length))
-        invalidateValues(m_Links.changedWith(m_RuleOwners[rule]));
+        invalidateValues(m_Links.changedWith(m_RuleOwners[rule], true));
 }
 
 void CValueCache::invalidateValues(const std::vector<CNodeBase*>& nodes) {

@@ -19,6 +19,7 @@ class CWordPort : public CPortImpl {
 public:
     EAccessMode GetAccessMode() const override { return RW; }
     void Read(void* buffer, int64_t address, int64_t length) override {
+        ++reads;
         uint8_t* bytes = static_cast<uint8_t*>(buffer);
         for (int64_t offset = 0; offset < length; offset += 4) {
             const uint32_t word = words[address + offset];
@@ -34,6 +35,7 @@ public:
         }
     }
     std::map<int64_t, uint32_t> words;
+    int reads = 0;
 };
 
 std::string description(const std::string& nodes) {
@@ -503,8 +505,10 @@ TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
     EXPECT_EQ(beside->GetValue(), 4);
 }
 
-// A write makes every value it can reach compute again, and only those: values read through a register
-// whose address is computed, through an index pattern, or through a formula over the written register.
+// A write makes every value it reaches compute again: values read through an index pattern, through a
+// formula over the written register, or through a register whose address follows the written node. A
+// register at a computed address is left alone by a write to another register it is not linked to, as in
+// GenApi.
 TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
     SWordMap words(intReg("Fixed", 16) + intReg("Gain1", 36) + intReg("Beside", 40) +
                    R"(<Integer Name="Where"><Value>16</Value></Integer>
@@ -525,11 +529,13 @@ TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
     EXPECT_EQ(gains->GetValue(), 5);
     EXPECT_EQ(besidePlusOne->GetValue(), 7);
 
-    // Through a register found by its computed address.
+    // Through a register found by its computed address: only a change of the address reads again.
     fixed->SetValue(8);
-    EXPECT_EQ(doubled->GetValue(), 16);
+    EXPECT_EQ(doubled->GetValue(), 6);
     where->SetValue(20);
     EXPECT_EQ(doubled->GetValue(), 8);
+    where->SetValue(16);
+    EXPECT_EQ(doubled->GetValue(), 16);
     // Between an index pattern and the fixed register at one of its indices, both ways.
     gain1->SetValue(9);
     EXPECT_EQ(gains->GetValue(), 9);
@@ -1090,4 +1096,58 @@ TEST(PollRules, PolledRegistersAreInvalidatedAndPolledCommandsReportTheirEnd) {
     calls.names.clear();
     map._Poll(100);  // done and not run again: nothing at all
     EXPECT_EQ(std::count(calls.names.begin(), calls.names.end(), "Save"), 0);
+}
+
+// A register keeps what it read whatever adds up to its place (one Address, several, or a node giving
+// it): invalidating the feature on it computes the feature again from that, and only the register's own
+// invalidation, or a read ignoring the cache (and the read after it), reads the device again.
+TEST(RegisterCaching, RegistersKeepWhatTheyReadWhereverTheirPlaceComesFrom) {
+    SWordMap words(
+        R"(<IntReg Name="SummedReg"><Address>0x100</Address><Address>0x20</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>
+  <IntReg Name="SingleReg"><Address>0x200</Address><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>
+  <Integer Name="Where"><Value>0x300</Value></Integer>
+  <IntReg Name="ComputedReg"><pAddress>Where</pAddress><Length>4</Length><AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess></IntReg>
+  <Integer Name="Summed"><pValue>SummedReg</pValue></Integer>
+  <Integer Name="Single"><pValue>SingleReg</pValue></Integer>
+  <Integer Name="Computed"><pValue>ComputedReg</pValue></Integer>)");
+    words.load({{0x120, 7}, {0x200, 7}, {0x300, 7}});
+    const std::map<std::string, int64_t> addresses = {
+        {"Summed", 0x120}, {"Single", 0x200}, {"Computed", 0x300}};
+    for (const auto& place : addresses) {
+        SCOPED_TRACE(place.first);
+        CIntegerPtr feature(words.map._GetNode(place.first.c_str()));
+        EXPECT_EQ(feature->GetValue(), 7);
+        words.port.words[place.second] = 9;
+        feature->GetNode()->InvalidateNode();
+        EXPECT_EQ(feature->GetValue(), 7);
+        words.map._GetNode((place.first + "Reg").c_str())->InvalidateNode();
+        EXPECT_EQ(feature->GetValue(), 9);
+        words.port.words[place.second] = 11;
+        EXPECT_EQ(feature->GetValue(false, true), 11);
+        words.port.words[place.second] = 12;
+        EXPECT_EQ(feature->GetValue(), 12);
+    }
+}
+
+// A write keeps what it wrote in its register though the write reaches the register's pInvalidator, as
+// GenApi caches a written value after the invalidation the write causes; the invalidator's own change
+// still drops the bytes.
+TEST(RegisterCaching, AWriteKeepsWhatItWroteThoughItReachesTheInvalidator) {
+    SWordMap words(
+        R"(<IntReg Name="LevelReg"><Address>0x40</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><pInvalidator>Twice</pInvalidator><Endianess>LittleEndian</Endianess></IntReg>
+  <Integer Name="Level"><pValue>LevelReg</pValue></Integer>
+  <IntSwissKnife Name="Twice"><pVariable Name="L">Level</pVariable><Formula>L*2</Formula></IntSwissKnife>)");
+    words.load({{0x40, 1}});
+    CIntegerPtr level(words.map._GetNode("Level"));
+    EXPECT_EQ(level->GetValue(), 1);
+    level->SetValue(5);
+    const int reads = words.port.reads;
+    EXPECT_EQ(level->GetValue(), 5);
+    EXPECT_EQ(CIntegerPtr(words.map._GetNode("Twice"))->GetValue(), 10);
+    EXPECT_EQ(words.port.reads, reads);
+
+    words.port.words[0x40] = 9;
+    words.map._GetNode("Twice")->InvalidateNode();
+    EXPECT_EQ(level->GetValue(), 9);
+    EXPECT_EQ(words.port.reads, reads + 1);
 }
