@@ -286,15 +286,19 @@ gcstring CFloatNode::ToString(bool Verify, bool IgnoreCache) {
     double printed = value;
     const double minimum = GetMin();
     const double maximum = GetMax();
-    if (value > maximum || value < minimum)
+    const bool textOutside = textToFloat(text, printed) && (printed < minimum || printed > maximum);
+    if ((value > maximum || value < minimum) && textOutside)
         return floatToText(towardsLimits(value, text, value > maximum), notation, precision).c_str();
+    if (value > maximum || value < minimum)
+        return text.c_str();
     while (textToFloat(text, printed) && (printed < minimum || printed > maximum) && precision < 17)
         text = floatToText(value, notation, ++precision);
     return text.c_str();
 }
 
-// GenApi moves a value outside its limits half a unit of the last decimal its text shows towards them
-// before printing it; in scientific notation that is the mantissa's last decimal, whatever the exponent.
+// GenApi moves a value whose text lies outside its limits half a unit of the last decimal the text shows
+// towards them before printing it (a value just outside whose text rounds onto a limit prints as it is); in
+// scientific notation that is the mantissa's last decimal, whatever the exponent.
 double CFloatNode::towardsLimits(double value, const std::string& text, bool above) {
     const size_t point = text.find('.');
     int decimals = 0;

@@ -1151,3 +1151,34 @@ TEST(RegisterCaching, AWriteKeepsWhatItWroteThoughItReachesTheInvalidator) {
     EXPECT_EQ(level->GetValue(), 9);
     EXPECT_EQ(words.port.reads, reads + 1);
 }
+
+// A command writes its command value to its pValue node as any write would, so that the integer's
+// pValueCopy registers receive it too.
+TEST(CommandRules, ExecuteWritesThroughThePValueNodeAndItsCopies) {
+    SWordMap words(intReg("CopyA", 0x50) + intReg("CopyB", 0x60) +
+                   R"(<Integer Name="Source"><Value>0</Value></Integer>
+  <Integer Name="ResetAll"><pValue>Source</pValue><pValueCopy>CopyA</pValueCopy><pValueCopy>CopyB</pValueCopy></Integer>
+  <Command Name="Reset"><pValue>ResetAll</pValue><CommandValue>3</CommandValue></Command>)");
+    words.load({{0x50, 7}, {0x60, 8}});
+    CCommandPtr(words.map._GetNode("Reset"))->Execute();
+    EXPECT_EQ(words.port.words[0x50], 3u);
+    EXPECT_EQ(words.port.words[0x60], 3u);
+    EXPECT_EQ(CIntegerPtr(words.map._GetNode("CopyA"))->GetValue(), 3);
+}
+
+// A float outside its limits prints half a unit of its text's last decimal nearer to them, but one whose
+// text already lies on the limits (a write of the minimum read back through a converter) prints as it is.
+TEST(FloatTexts, ValuesJustOutsideTheirLimitsPrintAsTheyRound) {
+    SWordMap words(
+        intReg("RawReg", 0x70) +
+        R"(<Converter Name="Scaled"><FormulaTo>(FROM * 1000) / 0.122070312</FormulaTo><FormulaFrom>TO * 0.000122070312</FormulaFrom><pValue>RawReg</pValue><Slope>Varying</Slope></Converter>
+  <Float Name="Ratio"><pValue>Scaled</pValue><Min>0.5</Min><Max>1</Max></Float>
+  <Float Name="Far"><pValue>Scaled</pValue><Min>-2</Min><Max>2</Max></Float>)");
+    words.load({{0x70, 0}});
+    CFloatPtr ratio(words.map._GetNode("Ratio"));
+    ratio->SetValue(0.5);
+    EXPECT_LT(ratio->GetValue(), 0.5);
+    EXPECT_STREQ(ratio->ToString().c_str(), "0.5");
+    words.load({{0x70, 465149952}});  // about 56781 through the converter, printed "56781" unmoved
+    EXPECT_STREQ(CFloatPtr(words.map._GetNode("Far"))->ToString().c_str(), "56780.5");
+}
