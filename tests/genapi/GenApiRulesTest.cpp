@@ -1152,18 +1152,29 @@ TEST(RegisterCaching, AWriteKeepsWhatItWroteThoughItReachesTheInvalidator) {
     EXPECT_EQ(words.port.reads, reads + 1);
 }
 
-// A command writes its command value to its pValue node as any write would, so that the integer's
-// pValueCopy registers receive it too.
-TEST(CommandRules, ExecuteWritesThroughThePValueNodeAndItsCopies) {
+// A command, a boolean and an enumeration write their value to their pValue node as any write would, so
+// that the integer's pValueCopy registers receive it too.
+TEST(WriteRules, CommandsBooleansAndEnumerationsWriteThroughThePValueNodeAndItsCopies) {
     SWordMap words(intReg("CopyA", 0x50) + intReg("CopyB", 0x60) +
                    R"(<Integer Name="Source"><Value>0</Value></Integer>
-  <Integer Name="ResetAll"><pValue>Source</pValue><pValueCopy>CopyA</pValueCopy><pValueCopy>CopyB</pValueCopy></Integer>
-  <Command Name="Reset"><pValue>ResetAll</pValue><CommandValue>3</CommandValue></Command>)");
+  <Integer Name="Shared"><pValue>Source</pValue><pValueCopy>CopyA</pValueCopy><pValueCopy>CopyB</pValueCopy></Integer>
+  <Command Name="Reset"><pValue>Shared</pValue><CommandValue>3</CommandValue></Command>
+  <Boolean Name="Switch"><pValue>Shared</pValue><OnValue>5</OnValue><OffValue>4</OffValue></Boolean>
+  <Enumeration Name="Mode"><EnumEntry Name="Six"><Value>6</Value></EnumEntry><pValue>Shared</pValue></Enumeration>)");
     words.load({{0x50, 7}, {0x60, 8}});
+    auto copies = [&](uint32_t value) {
+        EXPECT_EQ(words.port.words[0x50], value);
+        EXPECT_EQ(words.port.words[0x60], value);
+        EXPECT_EQ(CIntegerPtr(words.map._GetNode("CopyA"))->GetValue(), value);
+    };
     CCommandPtr(words.map._GetNode("Reset"))->Execute();
-    EXPECT_EQ(words.port.words[0x50], 3u);
-    EXPECT_EQ(words.port.words[0x60], 3u);
-    EXPECT_EQ(CIntegerPtr(words.map._GetNode("CopyA"))->GetValue(), 3);
+    copies(3);
+    CBooleanPtr(words.map._GetNode("Switch"))->SetValue(true);
+    copies(5);
+    CBooleanPtr(words.map._GetNode("Switch"))->SetValue(false);
+    copies(4);
+    CEnumerationPtr(words.map._GetNode("Mode"))->FromString("Six");
+    copies(6);
 }
 
 // A float outside its limits prints half a unit of its text's last decimal nearer to them, but one whose
