@@ -120,6 +120,11 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     if (Verify)
         checkWritable("SetValue");
     checkRange(Value, "SetValue");
+    // GenApi hands the value on to the pValue node, which checks it against its own limits as well.
+    if (Verify) {
+        if (CIntegerNode* target = dynamic_cast<CIntegerNode*>(pointee("pValue")))
+            target->checkRange(Value, "SetValue");
+    }
     if (holdsOwnValue())
         m_OwnValue = Value;
     else if (!writeRegisterDirectly(Value))

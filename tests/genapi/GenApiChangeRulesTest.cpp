@@ -302,3 +302,18 @@ TEST(WriteRules, CommandsBooleansAndEnumerationsWriteThroughThePValueNodeAndItsC
     CEnumerationPtr(words.map._GetNode("Mode"))->FromString("Six");
     copies(6);
 }
+
+// An integer hands a checked write on to its pValue node, whose own limits apply as well: a value inside
+// the integer's range but outside a 16-bit field is refused with the field's maximum.
+TEST(WriteRules, AnIntegersPValueNodeChecksItsOwnLimits) {
+    SWordMap words(
+        R"(<MaskedIntReg Name="Field"><Address>0x80</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><LSB>0</LSB><MSB>15</MSB><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></MaskedIntReg>
+  <Integer Name="Size"><pValue>Field</pValue><Min>0</Min><Max>100000</Max></Integer>)");
+    words.load({{0x80, 5}});
+    CIntegerPtr size(words.map._GetNode("Size"));
+    size->SetValue(65535);
+    EXPECT_EQ(size->GetValue(), 65535);
+    EXPECT_EQ(descriptionOf<GenICam::OutOfRangeException>([&] { size->SetValue(70000); }),
+              "Value = 70000 must be equal or smaller than Max = 65535.");
+    EXPECT_EQ(size->GetValue(), 65535);
+}

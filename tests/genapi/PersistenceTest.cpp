@@ -164,18 +164,25 @@ bool stepped(T value, T minimum, T maximum, T step, T& next) {
 }
 
 // The same for integers, with distances taken unsigned so that no limit of the 64-bit range overflows.
+// One increment up, or down where the feature (or the node its value goes to, whose limits may be
+// narrower) refuses the step up.
 bool changeInteger(CIntegerPtr feature) {
     const int64_t value = feature->GetValue(), minimum = feature->GetMin(), maximum = feature->GetMax();
     const uint64_t step = static_cast<uint64_t>(feature->GetInc());
     if (value < minimum || value > maximum || step == 0)
         return false;
-    if (static_cast<uint64_t>(maximum) - static_cast<uint64_t>(value) >= step)
-        feature->SetValue(static_cast<int64_t>(static_cast<uint64_t>(value) + step));
-    else if (static_cast<uint64_t>(value) - static_cast<uint64_t>(minimum) >= step)
-        feature->SetValue(static_cast<int64_t>(static_cast<uint64_t>(value) - step));
-    else
-        return false;
-    return true;
+    auto tryValue = [&](uint64_t next) {
+        try {
+            feature->SetValue(static_cast<int64_t>(next));
+            return true;
+        } catch (const GenICam::OutOfRangeException&) {
+            return false;
+        }
+    };
+    const bool up = static_cast<uint64_t>(maximum) - static_cast<uint64_t>(value) >= step;
+    const bool down = static_cast<uint64_t>(value) - static_cast<uint64_t>(minimum) >= step;
+    return (up && tryValue(static_cast<uint64_t>(value) + step)) ||
+           (down && tryValue(static_cast<uint64_t>(value) - step));
 }
 
 bool changeFloat(CFloatPtr feature) {
@@ -388,8 +395,11 @@ TEST(PersistenceOfRealDescriptions, EveryStoredValueSurvivesARoundTrip) {
         // Only selectors with one value and numbers whose limits meet cannot move, and a few features
         // that share a register with others (an output bit of a selected line) lose their change to the
         // next write there.
+        // (A stream of a few entries may hold none that can move: a lone selector, say.)
         EXPECT_GE(differing * 10, changed * 9);
-        EXPECT_GE(changed * 2, saved.entries().size()) << "the change touched too few entries";
+        if (saved.entries().size() >= 4) {
+            EXPECT_GE(changed * 2, saved.entries().size()) << "the change touched too few entries";
+        }
     }
 }
 
