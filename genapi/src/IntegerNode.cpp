@@ -47,9 +47,11 @@ void CIntegerNode::checkAvailable(const char* method) const {
 }
 
 void CIntegerNode::checkRange(int64_t value, const char* method) {
-    const int64_t minimum = GetMin();
-    const int64_t maximum = GetMax();
-    const int64_t increment = GetInc();
+    checkRange(value, method, GetMin(), GetMax(), GetInc());
+}
+
+void CIntegerNode::checkRange(int64_t value, const char* method, int64_t minimum, int64_t maximum,
+                              int64_t increment) {
     if (value < minimum) {
         raise(EError::OutOfRange, method,
               formatText("Value = %" PRId64 " must be equal or greater than Min = %" PRId64 ".", value,
@@ -122,8 +124,8 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     checkRange(Value, "SetValue");
     // GenApi hands the value on to the pValue node, which checks it against its own limits as well.
     if (Verify) {
-        if (CIntegerNode* target = dynamic_cast<CIntegerNode*>(pointee("pValue")))
-            target->checkRange(Value, "SetValue");
+        if (CIntegerNode* target = valueTarget())
+            target->checkRange(Value, "SetValue", target->minimum(), target->maximum(), target->increment());
     }
     if (holdsOwnValue())
         m_OwnValue = Value;
@@ -131,6 +133,15 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
         arvCall("SetValue", [&](GError** e) { arv_gc_integer_set_value(integer("SetValue"), Value, e); });
     writeCopies<IInteger>(Value, Verify);
     changed();
+}
+
+// The integer node pValue names, looked up once since the description does not change.
+CIntegerNode* CIntegerNode::valueTarget() {
+    if (!m_ValueTargetKnown) {
+        m_ValueTarget = dynamic_cast<CIntegerNode*>(pointee("pValue"));
+        m_ValueTargetKnown = true;
+    }
+    return m_ValueTarget;
 }
 
 // An integer whose value the description writes as a number, with no pointer to take it from and no node
@@ -308,25 +319,37 @@ int64_t CIntegerNode::sharedLimit(const std::vector<IInteger*>& targets, bool mi
     return bound;
 }
 
+int64_t CIntegerNode::minimum() {
+    return std::max(limit(m_Min, m_MinSource, "Min", "GetMin", INT64_MIN, arv_gc_integer_get_min),
+                    m_ImposedMin);
+}
+
+int64_t CIntegerNode::maximum() {
+    return std::min(limit(m_Max, m_MaxSource, "Max", "GetMax", INT64_MAX, arv_gc_integer_get_max),
+                    m_ImposedMax);
+}
+
+int64_t CIntegerNode::increment() {
+    const int64_t step = limit(m_Inc, m_IncSource, "Inc", "GetInc", 1, arv_gc_integer_get_inc);
+    return step > 0 ? step : 1;
+}
+
 int64_t CIntegerNode::GetMin() {
     CMapEntry entry(map());
     checkAvailable("GetMin");
-    return std::max(limit(m_Min, m_MinSource, "Min", "GetMin", INT64_MIN, arv_gc_integer_get_min),
-                    m_ImposedMin);
+    return minimum();
 }
 
 int64_t CIntegerNode::GetMax() {
     CMapEntry entry(map());
     checkAvailable("GetMax");
-    return std::min(limit(m_Max, m_MaxSource, "Max", "GetMax", INT64_MAX, arv_gc_integer_get_max),
-                    m_ImposedMax);
+    return maximum();
 }
 
 int64_t CIntegerNode::GetInc() {
     CMapEntry entry(map());
     checkAvailable("GetInc");
-    const int64_t increment = limit(m_Inc, m_IncSource, "Inc", "GetInc", 1, arv_gc_integer_get_inc);
-    return increment > 0 ? increment : 1;
+    return increment();
 }
 
 // The set of valid values is a constant of the description, parsed once.

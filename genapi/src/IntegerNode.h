@@ -41,6 +41,12 @@ private:
     ArvGcInteger* integer(const char* method) const;
     void checkAvailable(const char* method) const;
     void checkRange(int64_t value, const char* method);
+    void checkRange(int64_t value, const char* method, int64_t minimum, int64_t maximum, int64_t increment);
+    // The limits without the availability check the public getters make; the map lock must be held.
+    int64_t minimum();
+    int64_t maximum();
+    int64_t increment();
+    CIntegerNode* valueTarget();
     // Where one limit (Min, Max or Inc) comes from.
     struct SLimitSource {
         bool known = false;
@@ -84,6 +90,8 @@ private:
     SLimitSource m_MaxSource;
     SLimitSource m_IncSource;
     mutable SRegisterPlace m_Place;
+    CIntegerNode* m_ValueTarget = nullptr;
+    bool m_ValueTargetKnown = false;
     // Where a read takes the value from, worked out once from the description.
     enum class ESource : uint8_t { Unknown, Own, Converter, Formula, AravisFormula, Pointee, Aravis };
     bool needsEngineEvaluation() const;

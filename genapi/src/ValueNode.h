@@ -54,8 +54,12 @@ protected:
     template <typename T, typename Compute>
     T cachedLimit(SCachedValue<T>& slot, const char* limit, Compute compute) const {
         if (slot.keeps == GenApi::_UndefinedYesNo) {
-            slot.keeps = limitKeepsValue(limit) ? GenApi::Yes : GenApi::No;
-            slot.constant = description().has(limit) && !description().has(std::string("p") + limit);
+            const bool pointed = description().has(std::string("p") + limit);
+            // A register's limit the description does not give follows from its length, bits and sign.
+            const bool ofLayout = !pointed && !description().has(limit) && isRegisterKind(description().tag) &&
+                                  !description().has("pLength");
+            slot.keeps = limitKeepsValue(limit) || ofLayout ? GenApi::Yes : GenApi::No;
+            slot.constant = (description().has(limit) && !pointed) || ofLayout;
         }
         if (slot.constant && slot.computedAt != 0)
             return slot.value;
