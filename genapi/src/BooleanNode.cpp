@@ -57,11 +57,7 @@ void CBooleanNode::SetValue(bool Value, bool Verify) {
     CMapEntry entry(map());
     if (Verify)
         checkWritable("SetValue");
-    // The on or off value goes to the pValue node as any write would, so that its pValueCopy nodes and
-    // callbacks follow; Aravis writes only the pValue chain.
-    if (IInteger* target = dynamic_cast<IInteger*>(pointee("pValue")))
-        target->SetValue(Value ? describedValue("OnValue", 1) : describedValue("OffValue", 0), Verify);
-    else
+    if (!writeToValueNode(Value ? describedValue("OnValue", 1) : describedValue("OffValue", 0), Verify))
         arvCall("SetValue",
                 [&](GError** e) { arv_gc_boolean_set_value(boolean("SetValue"), Value ? TRUE : FALSE, e); });
     changed();

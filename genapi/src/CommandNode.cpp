@@ -27,11 +27,7 @@ void CCommandNode::Execute(bool Verify) {
         checkWritable("Execute");
     if (!arvNode() || !ARV_IS_GC_COMMAND(arvNode()))
         raise(EError::LogicalError, "Execute", "node is no command");
-    // The command value goes to the pValue node as any write would, so that its pValueCopy nodes and
-    // its callbacks follow; Aravis writes only the pValue chain.
-    if (IInteger* target = dynamic_cast<IInteger*>(pointee("pValue")))
-        target->SetValue(commandValue(), Verify);
-    else
+    if (!writeToValueNode(commandValue(), Verify))
         arvCall("Execute", [&](GError** e) { arv_gc_command_execute(ARV_GC_COMMAND(arvNode()), e); });
     m_Executing = true;
     changed();

@@ -82,11 +82,7 @@ void CEnumerationNode::SetIntValue(int64_t Value, bool Verify) {
               formatText("Failed to write enumeration value. Enum entry '%s' is not available.",
                          target->GetSymbolic().c_str()));
     }
-    // The value goes to the pValue node as any write would, so that its pValueCopy nodes and callbacks
-    // follow; Aravis writes only the pValue chain.
-    if (IInteger* valueNode = dynamic_cast<IInteger*>(pointee("pValue"))) {
-        valueNode->SetValue(Value, Verify);
-    } else {
+    if (!writeToValueNode(Value, Verify)) {
         arvCall("SetIntValue", [&](GError** e) {
             return arv_gc_enumeration_set_int_value(enumeration("SetIntValue"), Value, e);
         });

@@ -1,6 +1,7 @@
 // Cache queries of valued nodes, answered by the node map's register cache, and the value cache.
 #include "ValueNode.h"
 #include "NodeMapImpl.h"
+#include <GenApi/IInteger.h>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -25,6 +26,14 @@ bool CValueNode::keepsValue() const {
         m_KeepsValue = keeps ? GenApi::Yes : GenApi::No;
     }
     return m_KeepsValue == GenApi::Yes;
+}
+
+bool CValueNode::writeToValueNode(int64_t value, bool verify) {
+    GenApi::IInteger* target = dynamic_cast<GenApi::IInteger*>(pointee("pValue"));
+    if (!target)
+        return false;
+    target->SetValue(value, verify);
+    return true;
 }
 
 bool CValueNode::limitKeepsValue(const char* limit) const {

@@ -56,8 +56,8 @@ protected:
         if (slot.keeps == GenApi::_UndefinedYesNo) {
             const bool pointed = description().has(std::string("p") + limit);
             // A register's limit the description does not give follows from its length, bits and sign.
-            const bool ofLayout = !pointed && !description().has(limit) && isRegisterKind(description().tag) &&
-                                  !description().has("pLength");
+            const bool ofLayout = !pointed && !description().has(limit) &&
+                                  isRegisterKind(description().tag) && !description().has("pLength");
             slot.keeps = limitKeepsValue(limit) || ofLayout ? GenApi::Yes : GenApi::No;
             slot.constant = (description().has(limit) && !pointed) || ofLayout;
         }
@@ -66,6 +66,10 @@ protected:
         return keptValue(slot, slot.keeps == GenApi::Yes, false, compute);
     }
     bool keepsValue() const;
+    // Hands a value to the engine's integer node that pValue names, as any write would, so that its
+    // pValueCopy nodes and callbacks follow (Aravis writes only the pValue chain); false when pValue names
+    // no such node.
+    bool writeToValueNode(int64_t value, bool verify);
     // Writes a value just written to pValue to every pValueCopy as well, through their own interface I.
     template <typename I, typename T>
     void writeCopies(T value, bool verify) {
