@@ -138,15 +138,20 @@ std::vector<const CNodeBase*> CNodeLinks::registersBehind(const CNodeBase* node,
     return registers;
 }
 
-bool CNodeLinks::inValueChain(const CNodeBase* node, const CNodeBase* target) const {
-    const CNodeBase* current = node;
-    for (int links = 0; current && links < 64; ++links) {
-        if (current == target)
-            return true;
-        const SNodeDescription& d = current->description();
-        current = d.has("pValue") ? m_NodeByName(d.value("pValue")) : nullptr;
+std::vector<CNodeBase*> CNodeLinks::valueChain(CNodeBase* node) const {
+    std::vector<CNodeBase*> chain{node};
+    for (CNodeBase* current = node; current->description().has("pValue");) {
+        current = m_NodeByName(current->description().value("pValue"));
+        if (!current || std::find(chain.begin(), chain.end(), current) != chain.end())
+            break;
+        chain.push_back(current);
     }
-    return false;
+    return chain;
+}
+
+bool CNodeLinks::inValueChain(CNodeBase* node, const CNodeBase* target) const {
+    const std::vector<CNodeBase*> chain = valueChain(node);
+    return std::find(chain.begin(), chain.end(), target) != chain.end();
 }
 
 std::vector<CNodeBase*> CNodeLinks::linked(const CNodeBase* node, GenApi::ELinkType type) const {
@@ -211,15 +216,7 @@ void CNodeLinks::walk(const CNodeBase* node, bool upwards, std::vector<CNodeBase
 }
 
 void CNodeLinks::collectChanged(CNodeBase* node, bool written, std::vector<CNodeBase*>& changed) const {
-    std::vector<CNodeBase*> work{node};
-    for (CNodeBase* target = node; written && target;) {
-        target = target->description().has("pValue") ? m_NodeByName(target->description().value("pValue"))
-                                                     : nullptr;
-        if (target && std::find(work.begin(), work.end(), target) != work.end())
-            break;
-        if (target)
-            work.push_back(target);
-    }
+    std::vector<CNodeBase*> work = written ? valueChain(node) : std::vector<CNodeBase*>{node};
     std::set<CNodeBase*> seen(work.begin(), work.end());
     while (!work.empty()) {
         CNodeBase* current = work.back();

@@ -34,8 +34,9 @@ public:
     // With valueOnly, only through the pointers the value is computed from.
     std::vector<const CNodeBase*> registersBehind(const CNodeBase* node, bool valueOnly) const;
 
-    // Whether target is the node or one its value goes to through pValue, link by link.
-    bool inValueChain(const CNodeBase* node, const CNodeBase* target) const;
+    // The node and the nodes its value goes to through pValue, link by link, each once.
+    std::vector<CNodeBase*> valueChain(CNodeBase* node) const;
+    bool inValueChain(CNodeBase* node, const CNodeBase* target) const;
     // The nodes GenApi lists for a node under a link type (INode::GetChildren), each once.
     std::vector<CNodeBase*> linked(const CNodeBase* node, GenApi::ELinkType type) const;
 
