@@ -3,6 +3,7 @@
 #include "FloatParameter.h"
 #include "../ScopedObjectStateLock.h"
 #include "GenICamExceptionTranslation.h"
+#include <utility>
 #include <cfloat>
 #include <cmath>
 
@@ -187,7 +188,7 @@ bool CFloatParameter::updateCachedParameterData() {
         const double increment = increments ? getIncrement() : data.increment;
         const qint64 precision =
             translateGenICamExceptions([&] { return m_Float.load()->GetDisplayPrecision(); });
-        const QString representation =
+        QString representation =
             getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
         if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&
             data.hasIncrement == increments && data.increment == increment &&
@@ -200,7 +201,7 @@ bool CFloatParameter::updateCachedParameterData() {
         data.hasIncrement = increments;
         data.increment = increment;
         data.displayPrecision = precision;
-        data.representation = representation;
+        data.representation = std::move(representation);
         return true;
     });
 }

@@ -3,6 +3,7 @@
 #include "IntegerParameter.h"
 #include "../ScopedObjectStateLock.h"
 #include "GenICamExceptionTranslation.h"
+#include <utility>
 #include <cmath>
 
 using namespace GENAPI_NAMESPACE;
@@ -200,7 +201,7 @@ bool CIntegerParameter::updateCachedParameterData() {
         const long long minimum = getMinimum();
         const long long maximum = getMaximum();
         const long long increment = getIncrement();
-        const QString representation =
+        QString representation =
             getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
         if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&
             data.increment == increment && data.representation == representation) {
@@ -210,7 +211,7 @@ bool CIntegerParameter::updateCachedParameterData() {
         data.minimum = minimum;
         data.maximum = maximum;
         data.increment = increment;
-        data.representation = representation;
+        data.representation = std::move(representation);
         return true;
     });
 }

@@ -4,6 +4,7 @@
 #include "../ScopedObjectStateLock.h"
 #include "GenICamExceptionTranslation.h"
 #include "ModeratedParameterEventDecouplerThread.h"
+#include <utility>
 #include <GenApi/GenApi.h>
 #include <QDebug>
 #include <QMetaMethod>
@@ -393,7 +394,9 @@ bool CParameter::updateCachedParameterData() {
             throw;
         }
         if (!wasValid || text != m_CachedData->valueText) {
-            m_CachedData->valueText = text;
+            // Moved, not copied: the old text, which a snapshot in another thread may share, is then
+            // released by the inline QString code, where thread checkers see its atomic reference count.
+            m_CachedData->valueText = std::move(text);
             changed = true;
         }
     }

@@ -10,6 +10,7 @@
 #include <parametercollection/IEnumParameter.h>
 #include <parametercollection/IFloatParameter.h>
 #include <parametercollection/IIntegerParameter.h>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -217,4 +218,66 @@ TEST(ConcurrencyStress, HeldParametersOutliveTheirCollectionsWhileDevicesChange)
         EXPECT_EQ(width->getValue(), 1024);
     }
     lasting.detachAllNodeMaps();
+}
+
+// Snapshots are values: one thread keeps the snapshots the decoupler delivers and the ones it asks for
+// itself, and releases them later, while writers change the features and the decoupler refreshes the
+// parameter's own record. A snapshot never changes while it is held, and releasing it races nothing.
+TEST(ConcurrencyStress, HeldSnapshotsStayAsTakenWhileTheDecouplerRefreshes) {
+    CSimulatedCollection simulated;
+    CParameterCollection& collection = simulated.collection();
+    auto exposure = collection.get(FloatParameterName("@CameraDevice/ExposureTime"));
+    auto width = collection.get(IntegerParameterName("@CameraDevice/Width"));
+    struct SHeld {
+        QSharedPointer<const ParameterData> data;
+        QString text;
+    };
+    // Shared with the slots, which may still run on the decoupler thread until the collection goes.
+    struct SHeldSnapshots {
+        std::mutex mutex;
+        std::vector<SHeld> snapshots;
+    };
+    const auto held = std::make_shared<SHeldSnapshots>();
+    const auto keep = [held](const QSharedPointer<const ParameterData>& data) {
+        std::lock_guard<std::mutex> lock(held->mutex);
+        held->snapshots.push_back({data, data->valueText});
+    };
+    SStressCounts counts;
+    // Connected directly: the slot runs on the decoupler thread, which made the snapshot.
+    for (IParameter* parameter :
+         {static_cast<IParameter*>(exposure.data()), static_cast<IParameter*>(width.data())})
+        QObject::connect(parameter, &IParameter::parameterDataChangedDecoupled, parameter, keep,
+                         Qt::DirectConnection);
+    std::vector<std::thread> threads;
+    threads.push_back(worker(counts, [&] {
+        const long long turn = counts.operations.load();
+        exposure->trySetValue(turn % 2 ? 1000.0 + static_cast<double>(turn % 97) : 5000.0);
+        width->trySetValue(turn % 3 ? 320 : 1024);
+        exposure->scheduleParameterDataChangedCheck(true);
+        width->scheduleParameterDataChangedCheck(true);
+    }));
+    threads.push_back(worker(counts, [&] {
+        keep(exposure->getParameterData());
+        keep(width->getParameterData());
+    }));
+    // Releases what the others kept, oldest first, after checking that it is as it was taken.
+    threads.push_back(worker(counts, [&] {
+        std::vector<SHeld> released;
+        {
+            std::lock_guard<std::mutex> lock(held->mutex);
+            const auto end =
+                held->snapshots.begin() + static_cast<std::ptrdiff_t>(held->snapshots.size() / 2);
+            released.assign(held->snapshots.begin(), end);
+            held->snapshots.erase(held->snapshots.begin(), end);
+        }
+        for (const SHeld& snapshot : released) {
+            if (snapshot.data->valueText != snapshot.text)
+                ++counts.unexpected;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }));
+    std::vector<std::thread> owners;
+    runAndJoin(counts, threads, owners);
+    EXPECT_EQ(counts.unexpected.load(), 0);
+    EXPECT_GT(counts.operations.load(), 100);
 }
