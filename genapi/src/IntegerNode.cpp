@@ -135,10 +135,12 @@ void CIntegerNode::SetValue(int64_t Value, bool Verify) {
     changed();
 }
 
-// The integer node pValue names, looked up once since the description does not change.
+// The integer node pValue names, which receives the value unchanged, looked up once since the
+// description does not change; a converter's pValue receives the converted value instead.
 CIntegerNode* CIntegerNode::valueTarget() {
     if (!m_ValueTargetKnown) {
-        m_ValueTarget = dynamic_cast<CIntegerNode*>(pointee("pValue"));
+        if (description().tag != "IntConverter")
+            m_ValueTarget = dynamic_cast<CIntegerNode*>(pointee("pValue"));
         m_ValueTargetKnown = true;
     }
     return m_ValueTarget;

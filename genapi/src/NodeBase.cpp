@@ -144,6 +144,18 @@ bool CNodeBase::evaluatesTrue(const char* property, gboolean (*test)(ArvGcFeatur
     return result != FALSE;
 }
 
+// The registers are looked up once: the description does not change.
+CTransferScope CNodeBase::transferScope() const {
+    CValueCache* values = m_Map.valueCache();
+    if (!values)
+        return CTransferScope(nullptr, nullptr);
+    if (!m_TransferRulesKnown) {
+        m_TransferRules = values->transferRules(this);
+        m_TransferRulesKnown = true;
+    }
+    return CTransferScope(&values->registers(), m_TransferRules);
+}
+
 EAccessMode CNodeBase::accessOfPointer(const char* property, EAccessMode fallback) const {
     const CNodeBase* target = pointee(property);
     return target ? target->GetAccessMode() : fallback;
@@ -230,7 +242,7 @@ EAccessMode CNodeBase::GetAccessMode() const {
         m_AccessGeneration = 0;
     }
     if (m_AccessGeneration == generation) {
-        if (CValueCache::verifying() && !m_AccessAssumed)
+        if (m_Map.values().verifying() && !m_AccessAssumed)
             verifyKeptAccess();
         return m_CachedAccess;
     }

@@ -7,6 +7,7 @@
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
 #include "NodeErrors.h"
+#include "RegisterCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
 #include <functional>
@@ -170,6 +171,7 @@ protected:
     // Calls Aravis with an error slot and raises what it reports.
     template <typename Call>
     auto arvCall(const char* method, Call call) const -> decltype(call(static_cast<GError**>(nullptr))) {
+        const CTransferScope scope = transferScope();
         GError* error = nullptr;
         if constexpr (std::is_void_v<decltype(call(&error))>) {
             call(&error);
@@ -183,6 +185,8 @@ protected:
         }
     }
 
+    // The transfers of an Aravis call act for the registers this node's value is computed from.
+    CTransferScope transferScope() const;
     void checkReadable(const char* method) const;
     // Raises GenApi's null-pointer logical error when the value depends on a formula it cannot evaluate.
     void raiseIfFormulaUnsupported(const char* method) const;
@@ -227,6 +231,8 @@ private:
     bool m_IsFeature = false;
     mutable int m_AccessDepth = 0;
     mutable GenApi::EYesNo m_UnsupportedFormula = GenApi::_UndefinedYesNo;
+    mutable const std::vector<size_t>* m_TransferRules = nullptr;
+    mutable bool m_TransferRulesKnown = false;
 };
 
 }  // namespace GenApiEngine

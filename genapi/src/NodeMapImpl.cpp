@@ -120,8 +120,9 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
         setTagShift(m_Device, m_Routing.shift);
         m_Values->addRules(m_Nodes, m_Routing);
         CValueCache& values = *m_Values;
-        values.registers().setWriteListener(
-            [&values](int64_t address, int64_t length) { values.registersWritten(address, length); });
+        values.registers().setWriteListener([&values](int64_t address, int64_t length, size_t rule) {
+            values.registersWritten(address, length, rule);
+        });
         setDeviceCache(m_Device, &values.registers());
     }
 }
@@ -309,7 +310,7 @@ void CNodeMapImpl::fireInsideLock() const {
 // pInvalidator drop their bytes; an invalidation reaches only the node and what depends on it.
 void CNodeMapImpl::noteChanged(CNodeBase* node, bool written) const {
     const std::vector<CNodeBase*>& changed = m_Links->changedWith(node, written);
-    m_Values->invalidateValues(changed);
+    m_Values->invalidateValues(changed, written ? node : nullptr);
     m_Values->noteRegistersChanged();
     for (CNodeBase* candidate : written ? changed : calledBackWith(node, false)) {
         for (CNodeBase* target : m_Links->invalidatedBy(candidate)) {

@@ -92,6 +92,8 @@ public:
     const CNodeLinks& links() const { return *m_Links; }
     // The register bytes and node values the map keeps.
     CValueCache& values() const { return *m_Values; }
+    // Null while the map is being built.
+    CValueCache* valueCache() const { return m_Values.get(); }
     // The dependents GenApi lists in pDependent, worked out when first asked for; the map lock must be held.
     const CDependentGraph& dependentGraph() const;
     // A node's properties; the list of the node asked last is kept, since a client asks for a node's names

@@ -11,9 +11,6 @@ using namespace GENAPI_NAMESPACE;
 
 namespace GenApiEngine {
 namespace {
-const bool verifyingCache =
-    GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1";
-
 // A register's address is the sum of its Address elements when it has no computed part.
 bool constantAddress(const SNodeDescription& d, int64_t& address) {
     const std::vector<std::string> parts = d.values("Address");
@@ -36,16 +33,24 @@ bool computedPlace(const CNodeBase& reg) {
 }  // namespace
 
 CValueCache::CValueCache(const CNodeLinks& links, bool throughCache)
-    : m_Links(links), m_ThroughCache(throughCache) {}
-
-bool CValueCache::verifying() {
-    return verifyingCache;
+    : m_Links(links), m_ThroughCache(throughCache), m_Policy(defaultPolicy()) {
+    m_Registers.setKeeping(keeping());
 }
 
-bool CValueCache::keeping() {
-    static const bool keeps =
-        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VALUE_CACHE") != "0";
-    return keeps;
+ECachePolicy CValueCache::defaultPolicy() {
+    static const ECachePolicy policy =
+        GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VERIFY_CACHE") == "1"
+            ? ECachePolicy::Verify
+        : GENICAM_NAMESPACE::GetValueOfEnvironmentVariable("GENAPI_ENGINE_VALUE_CACHE") == "0"
+            ? ECachePolicy::Off
+            : ECachePolicy::On;
+    return policy;
+}
+
+void CValueCache::setPolicy(ECachePolicy policy) {
+    m_Policy = policy;
+    m_Registers.setKeeping(keeping());
+    dropAll();
 }
 
 void CValueCache::addRules(const std::vector<std::unique_ptr<CNodeBase>>& nodes,
@@ -54,19 +59,22 @@ void CValueCache::addRules(const std::vector<std::unique_ptr<CNodeBase>>& nodes,
         const SNodeDescription& d = owner->description();
         int64_t address = 0;
         int64_t length = 0;
-        if (!isRegisterKind(d.tag) || d.has("pAddress") || !constantAddress(d, address) ||
-            !textToInteger(d.value("Length"), length))
+        if (!isRegisterKind(d.tag) || d.has("pLength") || !textToInteger(d.value("Length"), length))
             continue;
         int64_t stride = 0;
         for (const SProperty& property : d.properties) {
             if (property.name == "pIndex" && !indexStep(property, length, stride))
                 stride = -1;
         }
-        if (stride < 0)
-            continue;
-        const ECachingMode mode = owner->GetCachingMode();
-        address += routing.offsetOf(d.value("pPort"));
-        m_Rules[owner.get()] = m_Registers.addRule(SCacheRule{address, length, stride, mode});
+        SCacheRule rule{0, length, 0, owner->GetCachingMode()};
+        if (d.has("pAddress") || !constantAddress(d, address) || stride < 0) {
+            rule.floating = true;
+            m_FloatingOwners[owner.get()] = m_Rules[owner.get()] = m_Registers.addRule(rule);
+        } else {
+            rule.address = address + routing.offsetOf(d.value("pPort"));
+            rule.stride = stride;
+            m_Rules[owner.get()] = m_Registers.addRule(rule);
+        }
         m_RuleOwners.push_back(owner.get());
     }
 }
@@ -114,7 +122,6 @@ void CValueCache::drop(const CNodeBase* node) {
         const auto rule = m_Rules.find(reg);
         if (rule != m_Rules.end())
             m_Registers.invalidateRule(rule->second);
-        // A register at a computed place keeps no bytes here, only its value: that goes.
         CNodeBase* owner = rule != m_Rules.end() ? m_RuleOwners[rule->second] : const_cast<CNodeBase*>(reg);
         invalidateValues(m_Links.changedWith(owner, true));
     }
@@ -125,19 +132,52 @@ void CValueCache::dropAll() {
     m_AllInvalidAt = ++m_Clock;
 }
 
-void CValueCache::registersWritten(int64_t address, int64_t length) {
+void CValueCache::registersWritten(int64_t address, int64_t length, size_t rule) {
     m_RegistersChangedAt = ++m_Clock;
-    for (const size_t rule : m_Registers.rulesOverlapping(address, length))
-        invalidateValues(m_Links.changedWith(m_RuleOwners[rule], true));
+    if (rule != CRegisterCache::noRule) {
+        invalidateValues(m_Links.changedWith(m_RuleOwners[rule], true), m_RuleOwners[rule]);
+        return;
+    }
+    for (const size_t overlapping : m_Registers.rulesOverlapping(address, length))
+        invalidateValues(m_Links.changedWith(m_RuleOwners[overlapping], true));
 }
 
-void CValueCache::invalidateValues(const std::vector<CNodeBase*>& nodes) {
+const std::vector<size_t>* CValueCache::transferRules(const CNodeBase* node) {
+    if (!m_ThroughCache)
+        return nullptr;
+    auto known = m_TransferRules.find(node);
+    if (known == m_TransferRules.end()) {
+        std::vector<size_t> rules;
+        for (const CNodeBase* reg : m_Links.registersBehind(node, true)) {
+            const auto rule = m_Rules.find(reg);
+            if (rule != m_Rules.end())
+                rules.push_back(rule->second);
+        }
+        known = m_TransferRules.emplace(node, std::move(rules)).first;
+    }
+    return &known->second;
+}
+
+void CValueCache::invalidateValues(const std::vector<CNodeBase*>& nodes, CNodeBase* written) {
     const uint64_t at = ++m_Clock;
     for (CNodeBase* node : nodes) {
         node->invalidateValue(at);
         for (CNodeBase* conditioned : m_Links.accessChangedWith(node))
             conditioned->dropAccessCache();
+        if (!m_FloatingOwners.empty())
+            dropFloatingBytes(node, written);
     }
+}
+
+// A register at a computed place that something it depends on changed may now be elsewhere, so its bytes
+// go, except those a write just filled.
+void CValueCache::dropFloatingBytes(CNodeBase* node, CNodeBase* written) {
+    const auto floating = m_FloatingOwners.find(node);
+    if (floating == m_FloatingOwners.end())
+        return;
+    if (written && m_Links.inValueChain(written, node))
+        return;
+    m_Registers.invalidateRule(floating->second);
 }
 
 void CValueCache::noteRegistersChanged() {

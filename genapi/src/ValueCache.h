@@ -5,6 +5,7 @@
 
 #include "NodeLinks.h"
 #include "RegisterCache.h"
+#include <GenApiEngine/CachePolicy.h>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -25,10 +26,14 @@ public:
     void addRules(const std::vector<std::unique_ptr<CNodeBase>>& nodes, const SPortRouting& routing);
     CRegisterCache& registers() { return m_Registers; }
 
-    // GENAPI_ENGINE_VERIFY_CACHE=1: every kept value served is compared with a fresh evaluation.
-    static bool verifying();
-    // GENAPI_ENGINE_VALUE_CACHE=0: no node keeps its value, to compare with every read evaluated.
-    static bool keeping();
+    // The policy a map starts with, from the environment: GENAPI_ENGINE_VERIFY_CACHE=1 verifies every kept
+    // value served against a fresh evaluation, GENAPI_ENGINE_VALUE_CACHE=0 keeps nothing.
+    static ECachePolicy defaultPolicy();
+    ECachePolicy policy() const { return m_Policy; }
+    // Changing the policy drops everything kept.
+    void setPolicy(ECachePolicy policy);
+    bool verifying() const { return m_Policy == ECachePolicy::Verify; }
+    bool keeping() const { return m_Policy != ECachePolicy::Off; }
 
     // Node values are kept with the clock's time of their computation; a value computed before its node
     // was last invalidated (or before every value was) is computed again.
@@ -45,22 +50,32 @@ public:
     // Drops the bytes behind a node (all of them for a port); whatever depends on them computes again.
     void drop(const CNodeBase* node);
     void dropAll();
-    // Every register whose bytes a write reached, and all that depends on it, computes its value again.
-    void registersWritten(int64_t address, int64_t length);
-    // The nodes' values change, and with them the access of every node they are a condition of.
-    void invalidateValues(const std::vector<CNodeBase*>& nodes);
+    // The register that wrote (when known; else every register whose bytes the write reached) and all that
+    // depends on it compute their values again.
+    void registersWritten(int64_t address, int64_t length, size_t rule);
+    // The rules of the registers a node's value is computed from, for the transfers its evaluation makes;
+    // null when the registers are not reached through this cache.
+    const std::vector<size_t>* transferRules(const CNodeBase* node);
+    // The nodes' values change, and with them the access of every node they are a condition of; the bytes
+    // of the written node's own registers stay.
+    void invalidateValues(const std::vector<CNodeBase*>& nodes, CNodeBase* written = nullptr);
     // A change through a device Aravis opened may reach any register.
     void noteRegistersChanged();
 
 private:
+    void dropFloatingBytes(CNodeBase* node, CNodeBase* written);
+
     const CNodeLinks& m_Links;
     bool m_ThroughCache;
+    ECachePolicy m_Policy;
     CRegisterCache m_Registers;
     std::map<const CNodeBase*, size_t> m_Rules;
     std::vector<CNodeBase*> m_RuleOwners;
     uint64_t m_Clock = 1;
     uint64_t m_AllInvalidAt = 1;
     uint64_t m_RegistersChangedAt = 1;
+    std::map<const CNodeBase*, std::vector<size_t>> m_TransferRules;
+    std::map<const CNodeBase*, size_t> m_FloatingOwners;
 };
 
 }  // namespace GenApiEngine

@@ -18,11 +18,11 @@ void CValueNode::CCacheBypass::drop() const {
         m_Node->map().values().drop(m_Node);
 }
 
-// A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache;
-// the caching mode follows from the description alone, so it is asked once.
+// A node keeps its value unless its caching mode, derived from the registers behind it, is NoCache (or the
+// map's policy keeps nothing); the caching mode follows from the description alone, so it is asked once.
 bool CValueNode::keepsValue() const {
     if (m_KeepsValue == GenApi::_UndefinedYesNo) {
-        const bool keeps = CValueCache::keeping() && GetCachingMode() != GenApi::NoCache;
+        const bool keeps = GetCachingMode() != GenApi::NoCache;
         m_KeepsValue = keeps ? GenApi::Yes : GenApi::No;
     }
     return m_KeepsValue == GenApi::Yes;
@@ -59,8 +59,12 @@ bool CValueNode::keptWithoutBytes() const {
     return m_BehindComputedPlace == GenApi::Yes;
 }
 
-bool CValueNode::verifyingValueCache() {
-    return CValueCache::verifying();
+bool CValueNode::verifyingValueCache() const {
+    return map().values().verifying();
+}
+
+bool CValueNode::keepingValues() const {
+    return map().values().keeping();
 }
 
 std::string CValueNode::describe(double value) {

@@ -86,6 +86,7 @@ private:
     bool limitKeepsValue(const char* limit) const;
     template <typename T, typename Compute>
     T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
+        keep = keep && keepingValues();
         if (keep && !ignoreCache && slot.computedAt >= validSince()) {
             if (verifyingValueCache() && !keptWithoutBytes())
                 checkCachedValue(slot.value, compute());
@@ -107,7 +108,8 @@ private:
     // bytes: a fresh evaluation would read the device, where GenApi serves the kept value too, so the
     // verify mode cannot compare it.
     bool keptWithoutBytes() const;
-    static bool verifyingValueCache();
+    bool verifyingValueCache() const;
+    bool keepingValues() const;
     template <typename T>
     void checkCachedValue(const T& cached, const T& fresh) const {
         if (!sameValue(cached, fresh))

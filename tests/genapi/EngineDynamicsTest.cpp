@@ -64,13 +64,14 @@ TEST_F(EngineDynamicsTest, AWriteFiresTheNodeAndEveryDependentOnce) {
     EXPECT_EQ(m_Recorder.count("GainRaw"), 1);
     EXPECT_EQ(m_Recorder.count("TriggerMode"), 0);
 
-    // Nodes that only share a register with the written one are left alone, as GenApi leaves them: a
-    // description links them with pInvalidator where it wants them to follow.
+    // Nodes that share a register with the written one follow it only through the description's links,
+    // as in GenApi: the simulated camera links its two image flags with pInvalidator.
     m_Recorder.clear();
     as<IBoolean>("ReverseX")->SetValue(true);
     EXPECT_EQ(m_Recorder.count("ReverseX"), 1);
     EXPECT_EQ(m_Recorder.count("ReverseXReg"), 1);
-    EXPECT_EQ(m_Recorder.count("ReverseY"), 0);
+    EXPECT_EQ(m_Recorder.count("ReverseYReg"), 1);
+    EXPECT_EQ(m_Recorder.count("ReverseY"), 1);
 
     // Availability that depends on a feature fires the entry and its enumeration.
     m_Recorder.clear();

@@ -103,6 +103,80 @@ TEST(RegisterCache, KeepsWhatTheDescriptionAllows) {
     EXPECT_FALSE(cache.isValid(0x108, 4));
 }
 
+// Transfers made for named registers reach only those registers' bytes: each keeps its own under its own
+// caching mode, registers of one scope at the same bytes act together, and a floating register (a computed
+// address) keeps the one address it was last transferred at.
+TEST(RegisterCache, TransfersActForTheRegistersOfTheirScope) {
+    CRegisterCache cache;
+    const size_t kept = cache.addRule({0x40, 4, 0, GenApi::WriteThrough});
+    const size_t fresh = cache.addRule({0x40, 4, 0, GenApi::NoCache});
+    const size_t sibling = cache.addRule({0x40, 4, 0, GenApi::WriteThrough});
+    SCacheRule floatingRule{0, 4, 0, GenApi::WriteThrough};
+    floatingRule.floating = true;
+    const size_t floating = cache.addRule(floatingRule);
+    std::vector<size_t> written;
+    cache.setWriteListener([&](int64_t, int64_t, size_t rule) { written.push_back(rule); });
+    const std::vector<size_t> keptScope{kept}, freshScope{fresh}, bothScope{kept, sibling},
+        floatingScope{floating};
+    uint32_t value = 7;
+    uint32_t read = 0;
+
+    // Outside a scope several registers claim the bytes: nothing is kept, and a write reaches them all.
+    cache.afterRead(0x40, 4, &value);
+    EXPECT_FALSE(cache.isValid(0x40, 4));
+    {
+        CTransferScope scope(&cache, &keptScope);
+        cache.afterRead(0x40, 4, &value);
+        EXPECT_TRUE(cache.read(0x40, 4, &read));
+        EXPECT_EQ(read, 7u);
+    }
+    {
+        CTransferScope scope(&cache, &freshScope);
+        EXPECT_FALSE(cache.read(0x40, 4, &read));
+        value = 9;
+        cache.afterWrite(0x40, 4, &value);
+        EXPECT_EQ(written, std::vector<size_t>{fresh});
+    }
+    {
+        // The other register keeps its bytes; scopes nest and give the outer one back.
+        CTransferScope scope(&cache, &keptScope);
+        {
+            CTransferScope inner(&cache, &freshScope);
+            EXPECT_FALSE(cache.read(0x40, 4, &read));
+        }
+        EXPECT_TRUE(cache.read(0x40, 4, &read));
+        EXPECT_EQ(read, 7u);
+    }
+    {
+        // Two registers of one scope at the same bytes answer only while both keep the same bytes.
+        CTransferScope scope(&cache, &bothScope);
+        EXPECT_FALSE(cache.read(0x40, 4, &read));
+        cache.afterRead(0x40, 4, &value);
+        EXPECT_TRUE(cache.read(0x40, 4, &read));
+        EXPECT_EQ(read, 9u);
+    }
+    {
+        CTransferScope scope(&cache, &floatingScope);
+        cache.afterRead(0x200, 4, &value);
+        EXPECT_TRUE(cache.ruleIsValid(floating));
+        EXPECT_TRUE(cache.read(0x200, 4, &read));
+        cache.afterRead(0x204, 4, &value);
+        EXPECT_FALSE(cache.isValid(0x200, 4));
+        EXPECT_TRUE(cache.isValid(0x204, 4));
+        cache.invalidateRule(floating);
+        EXPECT_FALSE(cache.ruleIsValid(floating));
+    }
+    written.clear();
+    cache.afterWrite(0x40, 4, &value);
+    EXPECT_EQ(written, std::vector<size_t>{CRegisterCache::noRule});
+    EXPECT_FALSE(cache.isValid(0x40, 4));
+    // A map that keeps nothing keeps nothing, in scope or not.
+    cache.setKeeping(false);
+    CTransferScope scope(&cache, &keptScope);
+    cache.afterRead(0x40, 4, &value);
+    EXPECT_FALSE(cache.read(0x40, 4, &read));
+}
+
 TEST(FloatFormulas, EvaluateWithGenICamPrecedenceAndReportWhatTheyCannotRead) {
     const std::map<std::string, double> variables = {{"A", 3}, {"B", 0}, {"W", 640}};
     const std::map<std::string, std::string> expressions = {{"HALF", "W/2"}};

@@ -12,32 +12,51 @@
 using namespace GenApi;
 using GenICam::gcstring;
 
-// Registers that share bytes: a write through one drops what the cache keeps of every other it overlaps,
-// whichever starts first, and leaves registers beside them alone.
-TEST(RegisterCache, AWriteDropsEveryOverlappingRegister) {
+// Registers that share bytes each keep their own: a write through one leaves what the others keep, as
+// GenApi's registers do, unless the description links them (pInvalidator); invalidating a register reads
+// its bytes again. A NoCache register at the same bytes always reads the device, and a write-through
+// register keeps what it wrote even beside it.
+TEST(RegisterCache, EachRegisterKeepsItsOwnBytes) {
     SWordMap words(intReg("Wide", 8, "", 8) + intReg("High", 12) + intReg("Low", 4, "", 8) +
-                   intReg("Beside", 16));
+                   intReg("Linked", 8, "<pInvalidator>High</pInvalidator>", 8) +
+                   intReg("Fresh", 12, "<Cachable>NoCache</Cachable>") + intReg("Beside", 16));
     CNodeMapRef& map = words.map;
     CWordPort& port = words.port;
     words.load({{4, 1}, {8, 2}, {12, 3}, {16, 4}});
     CIntegerPtr wide(map._GetNode("Wide")), high(map._GetNode("High")), low(map._GetNode("Low"));
-    CIntegerPtr beside(map._GetNode("Beside"));
+    CIntegerPtr linked(map._GetNode("Linked")), fresh(map._GetNode("Fresh")), beside(map._GetNode("Beside"));
     EXPECT_EQ(wide->GetValue(), (int64_t(3) << 32) | 2);
+    EXPECT_EQ(linked->GetValue(), (int64_t(3) << 32) | 2);
     EXPECT_EQ(low->GetValue(), (int64_t(2) << 32) | 1);
     EXPECT_EQ(beside->GetValue(), 4);
+
     high->SetValue(7);
+    EXPECT_EQ(wide->GetValue(), (int64_t(3) << 32) | 2);
+    EXPECT_EQ(linked->GetValue(), (int64_t(7) << 32) | 2);
+    EXPECT_EQ(fresh->GetValue(), 7);
+    map._GetNode("Wide")->InvalidateNode();
     EXPECT_EQ(wide->GetValue(), (int64_t(7) << 32) | 2);
+
+    const int readsBefore = port.reads;
+    EXPECT_EQ(high->GetValue(), 7);
+    EXPECT_EQ(port.reads, readsBefore);
+    fresh->SetValue(8);
+    EXPECT_EQ(high->GetValue(), 7);
+    EXPECT_EQ(fresh->GetValue(), 8);
+    EXPECT_GT(port.reads, readsBefore);
+
     wide->SetValue((int64_t(9) << 32) | 5);
-    EXPECT_EQ(high->GetValue(), 9);
+    EXPECT_EQ(low->GetValue(), (int64_t(2) << 32) | 1);
+    map._GetNode("Low")->InvalidateNode();
     EXPECT_EQ(low->GetValue(), (int64_t(5) << 32) | 1);
     port.words[16] = 6;  // behind GenApi's back: the register beside keeps its cached bytes
     EXPECT_EQ(beside->GetValue(), 4);
 }
 
-// A write makes every value it reaches compute again: values read through an index pattern, through a
-// formula over the written register, or through a register whose address follows the written node. A
-// register at a computed address is left alone by a write to another register it is not linked to, as in
-// GenApi.
+// A write makes every value it reaches compute again: values read through a formula over the written
+// register, or through a register whose address follows the written node. A register at a computed
+// address, or an index pattern over the written register's bytes, is left alone by a write to another
+// register it is not linked to, as in GenApi.
 TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
     SWordMap words(intReg("Fixed", 16) + intReg("Gain1", 36) + intReg("Beside", 40) +
                    R"(<Integer Name="Where"><Value>16</Value></Integer>
@@ -65,10 +84,15 @@ TEST(RegisterCache, KeptValuesFollowEveryWriteThatReachesThem) {
     EXPECT_EQ(doubled->GetValue(), 8);
     where->SetValue(16);
     EXPECT_EQ(doubled->GetValue(), 16);
-    // Between an index pattern and the fixed register at one of its indices, both ways.
+    // Between an index pattern and the fixed register at one of its indices, both ways: each keeps its own
+    // bytes until it is invalidated.
     gain1->SetValue(9);
+    EXPECT_EQ(gains->GetValue(), 5);
+    map._GetNode("Gains")->InvalidateNode();
     EXPECT_EQ(gains->GetValue(), 9);
     gains->SetValue(11);
+    EXPECT_EQ(gain1->GetValue(), 9);
+    map._GetNode("Gain1")->InvalidateNode();
     EXPECT_EQ(gain1->GetValue(), 11);
     // A formula over a register written through the port node itself.
     const uint32_t twelve = 12;

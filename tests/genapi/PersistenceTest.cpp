@@ -294,10 +294,13 @@ CFeatureBag stored(INodeMap* map, const std::set<std::string>& excluded) {
 
 // Brings the register space to a state a camera could hold: every stored feature at a valid value, and
 // loading its own stream changes nothing (features that share a register agree). Features the register
-// space gives no valid value are left out of the stream and counted.
+// space gives no valid value are left out of the stream and counted. Registers that share bytes without a
+// link in the description each keep their own copy, as in GenApi, so the stream is taken from what the
+// device holds once every copy is dropped.
 CFeatureBag settled(INodeMap* map, std::set<std::string>& impossible) {
     CFeatureBag bag;
     for (int pass = 0; pass < 4; ++pass) {
+        map->InvalidateNodes();
         bag = stored(map, impossible);
         size_t replaced = 0;
         for (const CFeatureBag::SEntry& entry : bag.entries()) {
@@ -312,6 +315,7 @@ CFeatureBag settled(INodeMap* map, std::set<std::string>& impossible) {
     bag = stored(map, impossible);
     gcstring_vector refused;
     bag.LoadFromBag(map, false, &refused);
+    map->InvalidateNodes();
     return stored(map, impossible);
 }
 
@@ -385,6 +389,7 @@ TEST(PersistenceOfRealDescriptions, EveryStoredValueSurvivesARoundTrip) {
         const size_t differing = differingEntries(saved, altered);
 
         gcstring_vector errors;
+        camera.map._Ptr->InvalidateNodes();
         CFeatureBag(saved).LoadFromBag(camera.map._Ptr, true, &errors);
         CFeatureBag restored = stored(camera.map._Ptr, impossible);
         EXPECT_EQ(std::string(restored.ToString().c_str()), savedText);
@@ -392,11 +397,12 @@ TEST(PersistenceOfRealDescriptions, EveryStoredValueSurvivesARoundTrip) {
         std::printf(
             "[ %s ] %zu entries, %zu changed, %zu differed before loading, %zu without a valid value\n",
             name.c_str(), saved.entries().size(), changed, differing, impossible.size());
-        // Only selectors with one value and numbers whose limits meet cannot move, and a few features
-        // that share a register with others (an output bit of a selected line) lose their change to the
-        // next write there.
+        // Only selectors with one value and numbers whose limits meet cannot move, and features that
+        // share a register with others the description does not link to them (the fields of one GigE
+        // Vision stream channel register) lose their change to the next write there, which writes the
+        // bytes its own register kept, as in GenApi.
         // (A stream of a few entries may hold none that can move: a lone selector, say.)
-        EXPECT_GE(differing * 10, changed * 9);
+        EXPECT_GE(differing * 10, changed * 8);
         if (saved.entries().size() >= 4) {
             EXPECT_GE(changed * 2, saved.entries().size()) << "the change touched too few entries";
         }

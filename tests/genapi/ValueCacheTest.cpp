@@ -2,6 +2,8 @@
 // node, and everything that can change a value (writes through any node, selectors, device-side changes
 // announced by invalidation or polling, reads that ignore the cache) makes the next read see it.
 #include "SimulatedCameraFixture.h"
+#include <GenApiEngine/CachePolicy.h>
+#include <functional>
 
 using namespace GenApi;
 namespace R = SimCamera::Registers;
@@ -76,4 +78,53 @@ TEST_F(SimulatedCameraTest, PolledAndUncachedValuesMoveWithTheDevice) {
     const uint64_t afterPlain = camera().readCount();
     EXPECT_EQ(width->GetValue(), 800);
     EXPECT_EQ(camera().readCount(), afterPlain);  // kept again from here on
+}
+
+// Each map keeps what it reads by its own policy, whatever another map does; the environment only gives
+// the policy a map starts with. Off reads the device every time, On keeps by GenApi's rules, Verify keeps
+// and compares every kept value with a fresh evaluation.
+TEST_F(SimulatedCameraTest, EachMapHasItsOwnCachePolicy) {
+    using GenApiEngine::ECachePolicy;
+    EXPECT_EQ(GenApiEngine::cachePolicy(map()), GenApiEngine::defaultCachePolicy());
+    EXPECT_THROW(GenApiEngine::cachePolicy(nullptr), GenICam::InvalidArgumentException);
+    EXPECT_THROW(GenApiEngine::setCachePolicy(nullptr, ECachePolicy::Off), GenICam::InvalidArgumentException);
+    SimCamera::CSimulatedDevice other;
+    GenApiEngine::setCachePolicy(other.nodeMap(), ECachePolicy::On);
+    CIntegerPtr otherWidth(other.nodeMap()->GetNode("Width"));
+    IInteger* width = integer("Width");
+    auto readsOf = [&](const std::function<void()>& action) {
+        const uint64_t before = camera().readCount();
+        action();
+        return camera().readCount() - before;
+    };
+
+    GenApiEngine::setCachePolicy(map(), ECachePolicy::Off);
+    EXPECT_EQ(GenApiEngine::cachePolicy(map()), ECachePolicy::Off);
+    EXPECT_EQ(GenApiEngine::cachePolicy(other.nodeMap()), ECachePolicy::On);
+    EXPECT_GT(readsOf([&] { EXPECT_EQ(width->GetValue(), 640); }), 0u);
+    EXPECT_GT(readsOf([&] { EXPECT_EQ(width->GetValue(), 640); }), 0u);
+    camera().pokeRegister(R::Width, 800);
+    EXPECT_EQ(width->GetValue(), 800);
+    width->SetValue(960);
+    EXPECT_GT(readsOf([&] { EXPECT_EQ(width->GetValue(), 960); }), 0u);
+    // The other map still keeps its value.
+    otherWidth->GetValue();
+    const uint64_t otherReads = other.camera().readCount();
+    otherWidth->GetValue();
+    EXPECT_EQ(other.camera().readCount(), otherReads);
+
+    // Turned on, the map keeps again from its next read, and nothing kept before survives the change.
+    GenApiEngine::setCachePolicy(map(), ECachePolicy::On);
+    EXPECT_GT(readsOf([&] { EXPECT_EQ(width->GetValue(), 960); }), 0u);
+    EXPECT_EQ(readsOf([&] { EXPECT_EQ(width->GetValue(), 960); }), 0u);
+    camera().pokeRegister(R::Width, 1024);
+    EXPECT_EQ(width->GetValue(), 960);
+
+    // Verify serves kept values too, having checked them against what the kept register bytes give.
+    GenApiEngine::setCachePolicy(map(), ECachePolicy::Verify);
+    EXPECT_EQ(width->GetValue(), 1024);
+    EXPECT_EQ(readsOf([&] { EXPECT_EQ(width->GetValue(), 1024); }), 0u);
+    camera().pokeRegister(R::Width, 640);
+    EXPECT_EQ(width->GetValue(), 1024);
+    GenApiEngine::setCachePolicy(map(), GenApiEngine::defaultCachePolicy());
 }
