@@ -33,17 +33,6 @@ private:
 
 }  // namespace
 
-bool isValuePointer(const std::string& property) {
-    return property == "pValue" || property == "pVariable" || property == "pIndex" ||
-           property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
-           property == "pLength" || property == "pValueCopy";
-}
-
-bool isRegisterKind(const std::string& tag) {
-    return tag == "IntReg" || tag == "MaskedIntReg" || tag == "FloatReg" || tag == "StringReg" ||
-           tag == "Register" || tag == "StructEntry";
-}
-
 CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
                      EInterfaceType principalType)
     : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {

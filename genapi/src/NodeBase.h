@@ -20,11 +20,6 @@ namespace GenApiEngine {
 
 class CNodeMapImpl;
 
-// Register nodes read and write device memory themselves; their access comes from AccessMode and the port.
-bool isRegisterKind(const std::string& tag);
-// Pointer properties a node's value is computed from.
-bool isValuePointer(const std::string& property);
-
 class CNodeBase : public virtual GenApi::INode, public virtual GenApi::ISelector, public GenApi::IUserData {
 public:
     CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
@@ -111,6 +106,9 @@ public:
         // Called back when the node is invalidated [0] and when it is written [1].
         bool calledBackKnown[2] = {false, false};
         std::vector<CNodeBase*> calledBack[2];
+        // The node and the nodes its pValue links lead to, in order.
+        bool chainKnown = false;
+        std::vector<CNodeBase*> chain;
     };
     SReach& reach() const {
         if (!m_Reach)
@@ -120,6 +118,9 @@ public:
     // The value clock's time at which something the node's value depends on last changed.
     uint64_t valueInvalidAt() const { return m_ValueInvalidAt; }
     void invalidateValue(uint64_t at) const { m_ValueInvalidAt = at; }
+    // The value cache's rule for a register at a computed address (noRule for any other node).
+    size_t floatingRule() const { return m_FloatingRule; }
+    void setFloatingRule(size_t rule) { m_FloatingRule = rule; }
 
 protected:
     // Access before the imposed modes: what the node's kind and its pValue chain allow.
@@ -233,6 +234,7 @@ private:
     mutable GenApi::EYesNo m_UnsupportedFormula = GenApi::_UndefinedYesNo;
     mutable const std::vector<size_t>* m_TransferRules = nullptr;
     mutable bool m_TransferRulesKnown = false;
+    size_t m_FloatingRule = CRegisterCache::noRule;
 };
 
 }  // namespace GenApiEngine

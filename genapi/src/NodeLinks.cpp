@@ -149,9 +149,16 @@ std::vector<CNodeBase*> CNodeLinks::valueChain(CNodeBase* node) const {
     return chain;
 }
 
+// Asked on every write, so the chain is worked out once per node.
 bool CNodeLinks::inValueChain(CNodeBase* node, const CNodeBase* target) const {
-    const std::vector<CNodeBase*> chain = valueChain(node);
-    return std::find(chain.begin(), chain.end(), target) != chain.end();
+    if (node == target)
+        return true;
+    CNodeBase::SReach& reach = node->reach();
+    if (!reach.chainKnown) {
+        reach.chain = valueChain(node);
+        reach.chainKnown = true;
+    }
+    return std::find(reach.chain.begin(), reach.chain.end(), target) != reach.chain.end();
 }
 
 std::vector<CNodeBase*> CNodeLinks::linked(const CNodeBase* node, GenApi::ELinkType type) const {

@@ -147,9 +147,10 @@ void CRegisterCache::afterWrite(int64_t address, int64_t length, const void* buf
     }
     for (size_t i = 0; i < acting.count; ++i) {
         const size_t rule = acting.rules[i];
-        m_Entries.erase({address, rule});
         if (keeps(rule) && m_Rules[rule].mode == GenApi::WriteThrough)
             keep(address, rule, length, buffer);
+        else
+            m_Entries.erase({address, rule});
     }
     for (size_t i = 0; i < acting.count && m_WriteListener; ++i)
         m_WriteListener(address, length, acting.rules[i]);

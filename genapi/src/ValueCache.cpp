@@ -35,6 +35,7 @@ bool computedPlace(const CNodeBase& reg) {
 CValueCache::CValueCache(const CNodeLinks& links, bool throughCache)
     : m_Links(links), m_ThroughCache(throughCache), m_Policy(defaultPolicy()) {
     m_Registers.setKeeping(keeping());
+    dropAll();
 }
 
 ECachePolicy CValueCache::defaultPolicy() {
@@ -69,7 +70,8 @@ void CValueCache::addRules(const std::vector<std::unique_ptr<CNodeBase>>& nodes,
         SCacheRule rule{0, length, 0, owner->GetCachingMode()};
         if (d.has("pAddress") || !constantAddress(d, address) || stride < 0) {
             rule.floating = true;
-            m_FloatingOwners[owner.get()] = m_Rules[owner.get()] = m_Registers.addRule(rule);
+            m_Rules[owner.get()] = m_Registers.addRule(rule);
+            owner->setFloatingRule(m_Rules[owner.get()]);
         } else {
             rule.address = address + routing.offsetOf(d.value("pPort"));
             rule.stride = stride;
@@ -127,15 +129,17 @@ void CValueCache::drop(const CNodeBase* node) {
     }
 }
 
+// A map that keeps nothing marks every value as out of date for good, at no cost to the reads.
 void CValueCache::dropAll() {
     m_Registers.clear();
-    m_AllInvalidAt = ++m_Clock;
+    m_AllInvalidAt = keeping() ? ++m_Clock : UINT64_MAX;
 }
 
 void CValueCache::registersWritten(int64_t address, int64_t length, size_t rule) {
     m_RegistersChangedAt = ++m_Clock;
+    // A register written for a node: the node's own write reaches everything that depends on it.
     if (rule != CRegisterCache::noRule) {
-        invalidateValues(m_Links.changedWith(m_RuleOwners[rule], true), m_RuleOwners[rule]);
+        m_RuleOwners[rule]->invalidateValue(m_Clock);
         return;
     }
     for (const size_t overlapping : m_Registers.rulesOverlapping(address, length))
@@ -164,7 +168,7 @@ void CValueCache::invalidateValues(const std::vector<CNodeBase*>& nodes, CNodeBa
         node->invalidateValue(at);
         for (CNodeBase* conditioned : m_Links.accessChangedWith(node))
             conditioned->dropAccessCache();
-        if (!m_FloatingOwners.empty())
+        if (node->floatingRule() != CRegisterCache::noRule)
             dropFloatingBytes(node, written);
     }
 }
@@ -172,12 +176,9 @@ void CValueCache::invalidateValues(const std::vector<CNodeBase*>& nodes, CNodeBa
 // A register at a computed place that something it depends on changed may now be elsewhere, so its bytes
 // go, except those a write just filled.
 void CValueCache::dropFloatingBytes(CNodeBase* node, CNodeBase* written) {
-    const auto floating = m_FloatingOwners.find(node);
-    if (floating == m_FloatingOwners.end())
-        return;
     if (written && m_Links.inValueChain(written, node))
         return;
-    m_Registers.invalidateRule(floating->second);
+    m_Registers.invalidateRule(node->floatingRule());
 }
 
 void CValueCache::noteRegistersChanged() {

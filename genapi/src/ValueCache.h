@@ -75,7 +75,6 @@ private:
     uint64_t m_AllInvalidAt = 1;
     uint64_t m_RegistersChangedAt = 1;
     std::map<const CNodeBase*, std::vector<size_t>> m_TransferRules;
-    std::map<const CNodeBase*, size_t> m_FloatingOwners;
 };
 
 }  // namespace GenApiEngine

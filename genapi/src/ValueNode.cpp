@@ -63,10 +63,6 @@ bool CValueNode::verifyingValueCache() const {
     return map().values().verifying();
 }
 
-bool CValueNode::keepingValues() const {
-    return map().values().keeping();
-}
-
 std::string CValueNode::describe(double value) {
     char text[64];
     std::snprintf(text, sizeof text, "%.17g", value);

@@ -86,7 +86,6 @@ private:
     bool limitKeepsValue(const char* limit) const;
     template <typename T, typename Compute>
     T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
-        keep = keep && keepingValues();
         if (keep && !ignoreCache && slot.computedAt >= validSince()) {
             if (verifyingValueCache() && !keptWithoutBytes())
                 checkCachedValue(slot.value, compute());
@@ -109,7 +108,6 @@ private:
     // verify mode cannot compare it.
     bool keptWithoutBytes() const;
     bool verifyingValueCache() const;
-    bool keepingValues() const;
     template <typename T>
     void checkCachedValue(const T& cached, const T& fresh) const {
         if (!sameValue(cached, fresh))

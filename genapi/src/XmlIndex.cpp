@@ -210,6 +210,17 @@ const std::string& SNodeDescription::value(const std::string& property) const {
     return emptyText;
 }
 
+bool isValuePointer(const std::string& property) {
+    return property == "pValue" || property == "pVariable" || property == "pIndex" ||
+           property == "pValueIndexed" || property == "pValueDefault" || property == "pAddress" ||
+           property == "pLength" || property == "pValueCopy";
+}
+
+bool isRegisterKind(const std::string& tag) {
+    return tag == "IntReg" || tag == "MaskedIntReg" || tag == "FloatReg" || tag == "StringReg" ||
+           tag == "Register" || tag == "StructEntry";
+}
+
 bool indexStep(const SProperty& index, int64_t length, int64_t& step) {
     if (index.attribute.find("pOffset") != std::string::npos)
         return false;

@@ -22,6 +22,10 @@ struct SProperty {
 // The address step of a pIndex element: its Offset attribute, or else the register's length; false when
 // a node gives the offset (pOffset) or the attribute is no number.
 bool indexStep(const SProperty& index, int64_t length, int64_t& step);
+// Register nodes read and write device memory themselves; their access comes from AccessMode and the port.
+bool isRegisterKind(const std::string& tag);
+// Pointer properties a node's value is computed from.
+bool isValuePointer(const std::string& property);
 
 // A converter's formula nodes, which GenApi creates beside it: its name with these endings.
 extern const char* const convertToSuffix;
