@@ -18,10 +18,13 @@ void CFeaturePersistence::LoadFromString(const GenICam::gcstring& featureStream,
     GenICam::gcstring_vector errors;
     if (bag.LoadFromBag(nodeMap, validate, &errors))
         return;
-    std::string text = "The feature stream could not be loaded completely:";
+    // One refusal a line, so that a reader can count and show them.
+    std::string text = "The feature stream could not be loaded completely: " + std::to_string(errors.size()) +
+                       (errors.size() == 1 ? " setting" : " settings") + " refused";
     for (const GenICam::gcstring& error : errors)
-        text += std::string(" ") + error.c_str() + ";";
-    throw RUNTIME_EXCEPTION("%s", text.c_str());
+        text += std::string("\n") + error.c_str();
+    // Constructed from the whole text: the formatting macro would cut a long list short.
+    throw GenICam::RuntimeException(text.c_str(), __FILE__, __LINE__);
 }
 
 void CFeaturePersistence::Load(const GenICam::gcstring& fileName, GenApi::INodeMap* nodeMap, bool validate) {

@@ -58,10 +58,23 @@ TEST(CameraParametersTool, ReportsBadInputWithExitCodes) {
     EXPECT_TRUE(run.err.contains("Node not writable."));
     run = runTool({"get", "TestWriteOnlyInteger"});
     EXPECT_EQ(run.exitCode, 5);
+    // A usage error names what is wrong in a line and points to the help, not the whole help.
     run = runTool({"frobnicate"});
     EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.startsWith("Unknown command 'frobnicate'.")) << run.err.toStdString();
+    EXPECT_FALSE(run.err.contains("Usage:"));
+    EXPECT_LE(run.err.count('\n'), 2);
     run = runTool({"set", "Width"});
     EXPECT_EQ(run.exitCode, 2);
+
+    // Several writes go in order in one session, each shown, up to the first refusal.
+    run = runTool({"set", "GainSelector=Blue", "Gain=7.5", "Width=1024", "Width=1000", "Height=480"});
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/GainSelector .*Blue")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Gain .*7\\.5")));
+    EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width .*1024")));
+    EXPECT_FALSE(run.out.contains("Height"));
+    EXPECT_TRUE(run.err.contains("Value '1000' refused"));
     run = runTool({"--device", "aravis:NoSuchCamera", "list"});
     EXPECT_EQ(run.exitCode, 6);
     EXPECT_TRUE(run.err.contains("Cannot open device 'aravis:NoSuchCamera'"));
@@ -290,10 +303,27 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     bad.close();
     SRun failed = runTool({"load", bad.fileName()});
     EXPECT_EQ(failed.exitCode, 4);
-    EXPECT_TRUE(failed.err.contains("Width") && failed.err.contains("NoSuchFeature"))
+    EXPECT_TRUE(failed.err.contains("1 of 3 settings applied, 2 refused")) << failed.err.toStdString();
+    EXPECT_TRUE(failed.err.contains(QRegularExpression("\n  Width[^\n]*\n  NoSuchFeature[^\n]*\n")))
         << failed.err.toStdString();
-    failed = runTool({"load", folder.filePath("missing.txt")});
+    // A device that marks nothing streamable saves nothing unless asked to.
+    const QString nothing = folder.filePath("nothing.txt");
+    failed = runTool({"--device", "aravis:fake", "save", nothing});
     EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_TRUE(failed.err.startsWith("Nothing to save")) << failed.err.toStdString();
+    EXPECT_FALSE(QFile::exists(nothing));
+    failed = runTool({"--device", "aravis:fake", "save", nothing, "--allow-empty"});
+    EXPECT_EQ(failed.exitCode, 0);
+    EXPECT_TRUE(failed.out.contains("Saved 0 settings")) << failed.out.toStdString();
+    // A file that cannot be read or holds no settings is no refused value.
+    QFile empty(folder.filePath("empty.txt"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    for (const QString& unusable : {folder.filePath("missing.txt"), folder.path(), empty.fileName()}) {
+        failed = runTool({"load", unusable});
+        EXPECT_EQ(failed.exitCode, 7) << unusable.toStdString();
+        EXPECT_TRUE(failed.err.startsWith("Cannot load '" + unusable + "': ")) << failed.err.toStdString();
+    }
     failed = runTool({"file", "get", "NoSuchFile"});
     EXPECT_EQ(failed.exitCode, 3);
     failed = runTool({"file", "get", "Firmware"});  // listed, not available

@@ -33,3 +33,17 @@ TEST(ToolOptions, CommandsOptionsAndTheirErrors) {
     EXPECT_TRUE(CToolOptions({"--help", "frobnicate"}).help);
     EXPECT_TRUE(CToolOptions::usage().contains("Exit codes"));
 }
+
+// set takes NAME=VALUE pairs in order (a value may hold '='), or one NAME VALUE pair; anything else is
+// a usage error.
+TEST(ToolOptions, SetTakesPairsInOrder) {
+    using Pairs = QList<QPair<QString, QString>>;
+    EXPECT_EQ(CToolOptions({"set", "Width", "640"}).settings(), Pairs({{"Width", "640"}}));
+    EXPECT_EQ(CToolOptions({"set", "GainSelector=Red", "Gain=2.5", "DeviceUserID=a=b"}).settings(),
+              Pairs({{"GainSelector", "Red"}, {"Gain", "2.5"}, {"DeviceUserID", "a=b"}}));
+    EXPECT_EQ(CToolOptions({"set", "DeviceUserID", "a=b"}).settings(), Pairs({{"DeviceUserID", "a=b"}}));
+    EXPECT_TRUE(CToolOptions({"set", "Width=640"}).valid());
+    EXPECT_FALSE(CToolOptions({"set", "Width=640", "Height"}).valid());
+    EXPECT_FALSE(CToolOptions({"set", "=640"}).valid());
+    EXPECT_FALSE(CToolOptions({"set", "Width", "640", "480"}).valid());
+}

@@ -3,6 +3,7 @@
 #include "ParameterTool.h"
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <parametercollection/Exceptions.h>
 #include <parametercollection/IEnumParameter.h>
@@ -53,31 +54,60 @@ int CDeviceFilesCommands::runCaptured(CParameterCollection& collection,
     return result;
 }
 
-int CDeviceFilesCommands::save(const QString& path) {
+int CDeviceFilesCommands::save(const QString& path, bool allowEmpty) {
     const QString text = m_Collection.saveFeatureStreamToString(ParameterPath::CameraDevice);
+    const int settings = streamEntries(text).size();
+    if (settings == 0 && !allowEmpty) {
+        m_Err << "Nothing to save: the device marks no feature streamable (--allow-empty writes the empty "
+                 "stream).\n";
+        return CParameterTool::Failed;
+    }
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text.toUtf8()) < 0) {
         m_Err << "Cannot write '" << path << "': " << file.errorString() << "\n";
         return CParameterTool::Failed;
     }
-    m_Out << "Saved " << streamEntries(text).size() << " settings to " << path << "\n";
+    m_Out << "Saved " << settings << " settings to " << path << "\n";
     return CParameterTool::Done;
 }
 
+// The settings of a feature file, or why it cannot be loaded: a file that cannot be read or holds no
+// settings is told apart from settings the device refuses.
+bool CDeviceFilesCommands::readFeatureFile(const QString& path, QMap<QString, QString>& settings) {
+    QFileInfo info(path);
+    QFile file(path);
+    QString problem;
+    if (!info.exists())
+        problem = "no such file";
+    else if (info.isDir())
+        problem = "it is a folder";
+    else if (!file.open(QIODevice::ReadOnly))
+        problem = file.errorString();
+    else if ((settings = streamEntries(QString::fromUtf8(file.readAll()))).isEmpty())
+        problem = "it holds no settings (not a feature stream)";
+    if (problem.isEmpty())
+        return true;
+    m_Err << "Cannot load '" << path << "': " << problem << "\n";
+    return false;
+}
+
 int CDeviceFilesCommands::load(const QString& path, bool verify) {
-    if (!QFile::exists(path)) {
-        m_Err << "Cannot read '" << path << "': no such file\n";
-        return CParameterTool::Failed;
-    }
+    QMap<QString, QString> wanted;
+    if (!readFeatureFile(path, wanted))
+        return CParameterTool::BadFile;
     QString errorText;
     if (!m_Collection.loadFeatureStream(path, errorText, ParameterPath::CameraDevice)) {
-        m_Err << "Loading '" << path << "' failed: " << errorText << "\n";
+        QStringList refusals = errorText.split('\n', Qt::SkipEmptyParts);
+        const QString summary = refusals.isEmpty() ? errorText : refusals.takeFirst();
+        m_Err << "Loading '" << path << "': " << qMax(0, wanted.size() - refusals.size()) << " of "
+              << wanted.size() << " settings applied, " << refusals.size() << " refused\n";
+        if (refusals.isEmpty())
+            m_Err << summary << "\n";
+        for (const QString& refusal : refusals)
+            m_Err << "  " << refusal << "\n";
         return CParameterTool::ValueRefused;
     }
     if (verify) {
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        const QMap<QString, QString> wanted = streamEntries(QString::fromUtf8(file.readAll()));
         const QMap<QString, QString> now =
             streamEntries(m_Collection.saveFeatureStreamToString(ParameterPath::CameraDevice));
         int differences = 0;
@@ -91,7 +121,7 @@ int CDeviceFilesCommands::load(const QString& path, bool verify) {
         if (differences)
             return CParameterTool::ValueRefused;
     }
-    m_Out << "Loaded " << path << "\n";
+    m_Out << "Loaded " << wanted.size() << " settings from " << path << "\n";
     return CParameterTool::Done;
 }
 

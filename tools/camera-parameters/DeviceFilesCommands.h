@@ -2,6 +2,7 @@
 #ifndef TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
 #define TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
 
+#include <QMap>
 #include <QTextStream>
 #include <functional>
 #include <parametercollection/ParameterCollection.h>
@@ -17,7 +18,7 @@ public:
                            QString& err);
 
     // The camera device's settings to a file.
-    int save(const QString& path);
+    int save(const QString& path, bool allowEmpty = false);
     // Settings from a file; failing entries are named. With verify the settings are saved again and every
     // entry whose value differs from the file is named.
     int load(const QString& path, bool verify);
@@ -28,6 +29,7 @@ public:
     int put(const QString& name, const QString& input);
 
 private:
+    bool readFeatureFile(const QString& path, QMap<QString, QString>& settings);
     QSharedPointer<ParameterCollection::IFileParameter> file(const QString& name, int& refusal);
     void progress(qint64 done, qint64 total);
 

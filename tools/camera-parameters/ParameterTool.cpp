@@ -47,7 +47,7 @@ int CParameterTool::run() {
         return dump();
     CDeviceFilesCommands deviceFiles(m_Collection, m_Out, m_Err);
     if (command == "save")
-        return deviceFiles.save(m_Options.arguments.at(0));
+        return deviceFiles.save(m_Options.arguments.at(0), m_Options.allowEmpty);
     if (command == "load")
         return deviceFiles.load(m_Options.arguments.at(0), m_Options.verify);
     if (command == "files")
@@ -124,17 +124,27 @@ int CParameterTool::deviceStoppedAnswering(const Core::Exception::BaseException&
     return Failed;
 }
 
+// The writes go in order in this one session, so that a selector written first selects what follows.
 int CParameterTool::set() {
-    QSharedPointer<IParameter> parameter = find(m_Options.arguments.at(0));
+    for (const QPair<QString, QString>& setting : m_Options.settings()) {
+        const int result = setOne(setting.first, setting.second);
+        if (result != Done)
+            return result;
+    }
+    return Done;
+}
+
+int CParameterTool::setOne(const QString& name, const QString& value) {
+    QSharedPointer<IParameter> parameter = find(name);
     if (!parameter)
         return UnknownParameter;
     try {
-        parameter->parseAndSetValue(m_Options.arguments.at(1));
+        parameter->parseAndSetValue(value);
     } catch (const Core::Exception::ArgumentException& e) {
-        m_Err << "Value '" << m_Options.arguments.at(1) << "' refused: " << e.getMessage() << "\n";
+        m_Err << "Value '" << value << "' refused: " << e.getMessage() << "\n";
         return ValueRefused;
     } catch (const Core::Exception::ArgumentOutOfRangeException& e) {
-        m_Err << "Value '" << m_Options.arguments.at(1) << "' refused: " << e.getMessage() << "\n";
+        m_Err << "Value '" << value << "' refused: " << e.getMessage() << "\n";
         return ValueRefused;
     } catch (const Core::Exception::InvalidOperationException& e) {
         m_Err << "Parameter '" << parameter->getFullName() << "' cannot be set: " << e.getMessage() << "\n";

@@ -18,7 +18,8 @@ public:
         UnknownParameter = 3,
         ValueRefused = 4,
         AccessRefused = 5,
-        DeviceNotFound = 6
+        DeviceNotFound = 6,
+        BadFile = 7  // a feature file that cannot be read or holds no settings
     };
 
     CParameterTool(ParameterCollection::CParameterCollection& collection, GenApi::INodeMap* nodeMap,
@@ -29,6 +30,7 @@ private:
     int list();
     int get();
     int set();
+    int setOne(const QString& name, const QString& value);
     int watch();
     int relations();
     int dump();

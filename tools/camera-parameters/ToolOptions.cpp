@@ -35,6 +35,8 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
         json = true;
     } else if (option == "--verify") {
         verify = true;
+    } else if (option == "--allow-empty") {
+        allowEmpty = true;
     } else if (option == "--all") {
         allNodes = true;
     } else if (option == "--help" || option == "-h") {
@@ -57,8 +59,9 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
         if (!ok || seconds < 0)
             m_Error = "--seconds takes a number of seconds.";
     } else {
-        m_Error = hasValue || option == "--json" ? "Unknown option '" + option + "'."
-                                                 : "Option '" + option + "' needs a value or is unknown.";
+        m_Error = hasValue || option == "--json" || option == "--allow-empty"
+                      ? "Unknown option '" + option + "'."
+                      : "Option '" + option + "' needs a value or is unknown.";
     }
     return m_Error.isEmpty();
 }
@@ -72,8 +75,8 @@ void CToolOptions::checkArguments() {
         m_Error = "Unknown command '" + command + "'.";
     } else if ((command == "get" || command == "watch") && arguments.isEmpty()) {
         m_Error = command + " needs at least one parameter name.";
-    } else if (command == "set" && arguments.size() != 2) {
-        m_Error = "set needs a parameter name and a value.";
+    } else if (command == "set" && settings().isEmpty()) {
+        m_Error = "set needs NAME=VALUE pairs, or a parameter name and a value.";
     } else if (command == "relations" && arguments.size() != 1) {
         m_Error = "relations needs one parameter name.";
     } else if (command == "validate" && arguments.size() != 1) {
@@ -91,13 +94,31 @@ void CToolOptions::checkArguments() {
     }
 }
 
+// NAME=VALUE splits at the first '=' (a value may hold more); two words without one are NAME VALUE.
+QList<QPair<QString, QString>> CToolOptions::settings() const {
+    QList<QPair<QString, QString>> pairs;
+    bool allPairs = !arguments.isEmpty();
+    for (const QString& argument : arguments)
+        allPairs = allPairs && argument.indexOf('=') > 0;
+    if (allPairs) {
+        for (const QString& argument : arguments) {
+            const int equals = argument.indexOf('=');
+            pairs.append({argument.left(equals), argument.mid(equals + 1)});
+        }
+    } else if (arguments.size() == 2 && arguments.at(0).indexOf('=') < 0) {
+        pairs.append({arguments.at(0), arguments.at(1)});
+    }
+    return pairs;
+}
+
 QString CToolOptions::usage() {
     return "Usage: camera-parameters [--device sim|aravis:fake|aravis:ID] [--json] COMMAND [ARGUMENTS]\n"
            "\n"
            "Commands:\n"
            "  list [--visibility V] [--filter TEXT] [--all]   features with type, access, visibility, value\n"
            "  get NAME...                                      values of parameters\n"
-           "  set NAME VALUE                                   write a value, then show it\n"
+           "  set NAME=VALUE... | set NAME VALUE               write values in order, showing each; stops\n"
+           "                                                   at the first refusal\n"
            "  watch NAME... [--seconds S]                      print each change while the device is polled\n"
            "  relations NAME                                   category features, selected and selecting\n"
            "                                                   features, and the category path\n"
@@ -109,9 +130,13 @@ QString CToolOptions::usage() {
            "                                                   selectors and alias of one feature\n"
            "  execute NAME [--seconds S]                       execute a command and wait until done\n"
            "  genicam                                          the device's camera description (XML)\n"
-           "  save FILE                                        the camera's settings to a feature file\n"
-           "  load FILE [--verify]                             settings from a feature file; --verify reads\n"
-           "                                                   them back and names every difference\n"
+           "  save FILE [--allow-empty]                        the camera's settings to a feature file; a\n"
+           "                                                   device that marks nothing streamable fails\n"
+           "                                                   unless --allow-empty\n"
+           "  load FILE [--verify]                             settings from a feature file, with how many\n"
+           "                                                   were applied and each refusal on its own\n"
+           "                                                   line; --verify reads them back and names\n"
+           "                                                   every difference\n"
            "  files                                            the device's files with size and access\n"
            "  file get NAME [OUTPUT]                           a device file to OUTPUT (or standard output)\n"
            "  file put NAME INPUT                              a local file to a device file\n"
@@ -123,5 +148,6 @@ QString CToolOptions::usage() {
            "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device.\n"
            "Visibilities: Beginner, Expert, Guru (default), Invisible.\n"
            "Exit codes: 0 done, 1 device or other failure, 2 wrong usage, 3 unknown parameter,\n"
-           "4 value refused, 5 parameter not writable or not readable, 6 device not found.\n";
+           "4 value refused, 5 parameter not writable or not readable, 6 device not found,\n"
+           "7 feature file unreadable or without settings.\n";
 }

@@ -2,6 +2,8 @@
 #ifndef TOOLS_CAMERAPARAMETERS_TOOLOPTIONS_H
 #define TOOLS_CAMERAPARAMETERS_TOOLOPTIONS_H
 
+#include <QList>
+#include <QPair>
 #include <QString>
 #include <QStringList>
 
@@ -19,11 +21,14 @@ public:
     bool allNodes = false;
     bool help = false;
     bool verify = false;
+    bool allowEmpty = false;      // save: an empty feature stream is no failure
     QString visibility = "Guru";  // the most expert visibility listed
     QString filter;
     double seconds = 3.0;
     QString command = "list";
     QStringList arguments;
+    // The writes of set, in order: NAME=VALUE pairs, or the one NAME VALUE pair.
+    QList<QPair<QString, QString>> settings() const;
 
 private:
     bool takeOption(const QStringList& all, int& index);

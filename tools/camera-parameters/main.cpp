@@ -39,7 +39,7 @@ int main(int argc, char** argv) {
         return CParameterTool::Done;
     }
     if (!options.valid()) {
-        err << options.errorText() << "\n\n" << CToolOptions::usage();
+        err << options.errorText() << "\nRun 'camera-parameters help' for the commands and options.\n";
         return CParameterTool::WrongUsage;
     }
     if (options.command == "devices")
