@@ -233,6 +233,13 @@ TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     EXPECT_TRUE(paneShows(session, "@CameraDevice/Width"));
     tmux({"send-keys", "-t", session, "frobnicate", "Enter"});
     EXPECT_TRUE(paneShows(session, "Unknown command 'frobnicate'."));
+    // Ctrl-C ends a watch, and the shell goes on.
+    tmux({"send-keys", "-t", session, "watch OffsetX --seconds 60", "Enter"});
+    EXPECT_TRUE(paneShows(session, "OffsetX = "));
+    tmux({"send-keys", "-t", session, "C-c"});
+    tmux({"send-keys", "-t", session, "get Height", "Enter"});
+    EXPECT_TRUE(paneShows(session, "@CameraDevice/Height"))
+        << tmux({"capture-pane", "-t", session, "-p"}).toStdString();
     tmux({"send-keys", "-t", session, "quit", "Enter"});
     bool ended = false;
     for (int attempt = 0; attempt < 100 && !ended; ++attempt) {
@@ -257,11 +264,26 @@ SRun runShell(const QStringList& lines, const QStringList& options = QStringList
 
 }  // namespace
 
+// Commands piped into the shell give their own output only, no prompts (in JSON too), and the shell's
+// exit code tells that one of them failed.
+TEST(CameraParametersTool, APipedShellPrintsNoPromptsAndReportsFailures) {
+    SRun run = runShell({"get Width", "get NoSuchFeature", "get Height"});
+    EXPECT_EQ(run.exitCode, 3) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains("camera-parameters>")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains("@CameraDevice/Width") && run.out.contains("@CameraDevice/Height"));
+    run = runShell({"get Width", "get Height"}, {"--json"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QStringList lines = run.out.trimmed().split('\n');
+    EXPECT_EQ(lines.size(), 2) << run.out.toStdString();
+    for (const QString& line : lines)
+        EXPECT_TRUE(QJsonDocument::fromJson(line.toUtf8()).isObject()) << line.toStdString();
+}
+
 // A shell opened on another device than the default serves its commands from that device.
 TEST(CameraParametersTool, AShellOnAnotherDeviceWorksOnIt) {
     const SRun run = runShell({"get Width", "set Width 512", "get Width", "get Width --device sim"},
                               {"--device", "aravis:fake"});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.exitCode, 2) << run.err.toStdString();  // the refused command's code
     EXPECT_TRUE(run.out.contains(QRegularExpression("@CameraDevice/Width +Integer +RW +Beginner +512")))
         << run.out.toStdString() << run.err.toStdString();
     EXPECT_EQ(run.err.count("The shell works on the device it opened"), 1) << run.err.toStdString();

@@ -3,11 +3,15 @@
 #include "DescriptionValidation.h"
 #include "ParameterTool.h"
 #include <QProcess>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iostream>
 #include <readline/history.h>
 #include <readline/readline.h>
+#include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -36,6 +40,28 @@ const QStringList shellCommands = {"list", "get",      "set",     "watch",   "re
                                    "tree", "describe", "genicam", "execute", "validate",  "devices",
                                    "help", "quit",     "save",    "load",    "files",     "file"};
 
+void onInterrupt(int) {
+    CParameterTool::requestInterrupt();
+}
+
+// While a command runs, Ctrl-C ends that command (a watch), not the shell; at the prompt it ends the shell.
+class CInterruptScope {
+public:
+    CInterruptScope() {
+        struct sigaction action {};
+        action.sa_handler = onInterrupt;
+        sigemptyset(&action.sa_mask);
+        sigaction(SIGINT, &action, &m_Previous);
+        CParameterTool::takeInterrupt();
+    }
+    ~CInterruptScope() { sigaction(SIGINT, &m_Previous, nullptr); }
+    CInterruptScope(const CInterruptScope&) = delete;
+    CInterruptScope& operator=(const CInterruptScope&) = delete;
+
+private:
+    struct sigaction m_Previous {};
+};
+
 }  // namespace
 
 CParameterShell::CParameterShell(CDeviceSession& session, const CToolOptions& options, QTextStream& out,
@@ -55,23 +81,48 @@ CParameterShell::~CParameterShell() {
     completionWords.clear();
 }
 
+// The shell answers the exit code of its last failed command (an interrupted watch is none), so that a
+// script feeding it commands can tell.
 int CParameterShell::run() {
-    for (;;) {
-        char* raw = readline("camera-parameters> ");
-        if (!raw)
-            break;
-        const QString line = QString::fromUtf8(raw).trimmed();
-        std::free(raw);
+    const bool interactive = isatty(STDIN_FILENO);
+    int status = CParameterTool::Done;
+    QString line;
+    while (nextLine(interactive, line)) {
         if (line.isEmpty())
             continue;
-        add_history(line.toUtf8().constData());
         if (line == "quit" || line == "exit")
             break;
-        runLine(line);
+        int result = CParameterTool::Done;
+        {
+            CInterruptScope interruptible;
+            result = runLine(line);
+        }
+        if (result != CParameterTool::Done && result != CParameterTool::Interrupted)
+            status = result;
         m_Out.flush();
         m_Err.flush();
     }
-    return CParameterTool::Done;
+    return status;
+}
+
+// A terminal gets readline's prompt, editing and history; other input is read line by line without a
+// prompt, so that piped commands give only their own output.
+bool CParameterShell::nextLine(bool interactive, QString& line) {
+    if (!interactive) {
+        std::string text;
+        if (!std::getline(std::cin, text))
+            return false;
+        line = QString::fromStdString(text).trimmed();
+        return true;
+    }
+    char* raw = readline("camera-parameters> ");
+    if (!raw)
+        return false;
+    line = QString::fromUtf8(raw).trimmed();
+    std::free(raw);
+    if (!line.isEmpty())
+        add_history(line.toUtf8().constData());
+    return true;
 }
 
 int CParameterShell::runLine(const QString& line) {

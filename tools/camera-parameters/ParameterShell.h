@@ -18,6 +18,7 @@ public:
 private:
     // Runs one line as the tool runs its arguments; answers the command's exit code.
     int runLine(const QString& line);
+    bool nextLine(bool interactive, QString& line);
 
     CDeviceSession& m_Session;
     const CToolOptions& m_Options;

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QTimer>
+#include <atomic>
 #include <parametercollection/Exceptions.h>
 
 using namespace ParameterCollection;
@@ -30,6 +31,18 @@ CParameterTool::CParameterTool(CParameterCollection& collection, GenApi::INodeMa
       m_Out(out),
       m_Err(err),
       m_Printer(out, options.json) {}
+
+namespace {
+std::atomic<bool> interruptRequested{false};
+}  // namespace
+
+void CParameterTool::requestInterrupt() {
+    interruptRequested.store(true);
+}
+
+bool CParameterTool::takeInterrupt() {
+    return interruptRequested.exchange(false);
+}
 
 int CParameterTool::run() {
     const QString& command = m_Options.command;
@@ -193,6 +206,10 @@ int CParameterTool::watch() {
     // watch with a failure.
     QTimer poller;
     QObject::connect(&poller, &QTimer::timeout, [this, &watched] {
+        if (takeInterrupt()) {
+            QCoreApplication::exit(Interrupted);
+            return;
+        }
         try {
             m_Collection.poll(100);
             for (const QSharedPointer<IParameter>& parameter : watched)

@@ -19,12 +19,17 @@ public:
         ValueRefused = 4,
         AccessRefused = 5,
         DeviceNotFound = 6,
-        BadFile = 7  // a feature file that cannot be read or holds no settings
+        BadFile = 7,       // a feature file that cannot be read or holds no settings
+        Interrupted = 130  // Ctrl-C ended the command
     };
 
     CParameterTool(ParameterCollection::CParameterCollection& collection, GenApi::INodeMap* nodeMap,
                    const CToolOptions& options, QTextStream& out, QTextStream& err);
     int run();
+    // Asks a running watch to end, from a signal handler (a lock-free store); takeInterrupt answers and
+    // clears the request.
+    static void requestInterrupt();
+    static bool takeInterrupt();
 
 private:
     int list();
