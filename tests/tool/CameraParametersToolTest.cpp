@@ -162,6 +162,12 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     EXPECT_EQ(width["increment"].toDouble(), 16);
     EXPECT_EQ(width["unit"].toString(), "px");
     EXPECT_EQ(width["access"].toString(), "RW");
+    // 64-bit limits print exactly, as numbers in JSON (which a double would round to ...776000).
+    run = runTool({"describe", "PayloadSize"});
+    EXPECT_TRUE(run.out.contains("max: 9223372036854775807\n")) << run.out.toStdString();
+    run = runTool({"--json", "describe", "PayloadSize"});
+    EXPECT_TRUE(run.out.contains("\"max\":9223372036854775807")) << run.out.toStdString();
+    EXPECT_TRUE(QJsonDocument::fromJson(run.out.toUtf8()).object()["max"].isDouble());
     run = runTool({"--json", "describe", "GainSelector"});
     const QJsonObject selector = QJsonDocument::fromJson(run.out.toUtf8()).object();
     EXPECT_EQ(selector["selectedFeatures"].toArray().size(), 2);

@@ -108,9 +108,10 @@ QJsonObject CFeatureInspector::description(IParameter& parameter) {
                        {"unit", property("Unit")},
                        {"representation", property("Representation")}};
     if (auto integer = dynamic_cast<IIntegerParameter*>(&parameter)) {
-        object["min"] = optional([&] { return static_cast<double>(integer->getMinimum()); });
-        object["max"] = optional([&] { return static_cast<double>(integer->getMaximum()); });
-        object["increment"] = optional([&] { return static_cast<double>(integer->getIncrement()); });
+        object["min"] = optional([&] { return CParameterPrinter::exactInteger(integer->getMinimum()); });
+        object["max"] = optional([&] { return CParameterPrinter::exactInteger(integer->getMaximum()); });
+        object["increment"] =
+            optional([&] { return CParameterPrinter::exactInteger(integer->getIncrement()); });
     } else if (auto floating = dynamic_cast<IFloatParameter*>(&parameter)) {
         object["min"] = optional([&] { return floating->getMinimum(); });
         object["max"] = optional([&] { return floating->getMaximum(); });

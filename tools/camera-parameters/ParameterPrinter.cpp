@@ -3,12 +3,15 @@
 #include <parametercollection/internal/VisibilityText.h>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <parametercollection/Exceptions.h>
 
 using namespace ParameterCollection;
 
 namespace {
 
+// Marks a 64-bit integer carried as a JSON string; no feature text starts with it.
+const char exactIntegerMark[] = "#int64#";
 const int nameWidth = 44;
 const int typeWidth = 12;
 const int accessWidth = 7;
@@ -124,16 +127,26 @@ void CParameterPrinter::print(IParameter& parameter) {
           << object["visibility"].toString().leftJustified(visibilityWidth) << value << "\n";
 }
 
+QJsonValue CParameterPrinter::exactInteger(qint64 value) {
+    constexpr qint64 exactInDouble = qint64(1) << 53;
+    if (value >= -exactInDouble && value <= exactInDouble)
+        return QJsonValue(static_cast<double>(value));
+    return QJsonValue(QString(exactIntegerMark) + QString::number(value));
+}
+
 void CParameterPrinter::printObject(const QJsonObject& object) {
+    static const QRegularExpression markedInJson(QString("\"") + exactIntegerMark + "(-?[0-9]+)\"");
     if (m_Json) {
-        m_Out << QJsonDocument(object).toJson(QJsonDocument::Compact) << "\n";
+        m_Out << QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact))
+                     .replace(markedInJson, "\\1")
+              << "\n";
         return;
     }
     for (auto it = object.begin(); it != object.end(); ++it) {
         const QString value =
             it.value().isArray()
                 ? QString::fromUtf8(QJsonDocument(it.value().toArray()).toJson(QJsonDocument::Compact))
-                : it.value().toVariant().toString();
+                : it.value().toVariant().toString().remove(exactIntegerMark);
         m_Out << it.key() << ": " << value << "\n";
     }
 }

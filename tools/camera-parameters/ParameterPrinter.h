@@ -17,6 +17,9 @@ public:
     void printHeader();
     // A JSON object on one line, or "key: value" lines.
     void printObject(const QJsonObject& object);
+    // A 64-bit integer that prints exactly in text and JSON: a JSON number holds 53 bits in Qt 5, so a wider
+    // one travels marked in a string that printObject turns back into the number.
+    static QJsonValue exactInteger(qint64 value);
     QJsonObject describe(ParameterCollection::IParameter& parameter, bool withDescriptions);
 
     static QString typeText(ParameterCollection::EParameterType type);
