@@ -12,6 +12,7 @@
 #include <QFile>
 #include "../FakeGigECamera.h"
 #include "ProcessRun.h"
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -145,6 +146,9 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     EXPECT_TRUE(run.out.startsWith("Root\n  DeviceControl\n"));
     EXPECT_TRUE(run.out.contains(QRegularExpression("\n    Width +Integer +RW +640\n")));
     EXPECT_FALSE(run.out.contains("WidthReg"));
+    // The tree follows categories only: PayloadSize's formula inputs are no branch of it.
+    EXPECT_TRUE(run.out.contains(QRegularExpression("\n    PayloadSize [^\n]*\n  AcquisitionControl\n")))
+        << run.out.toStdString();
     run = runTool({"tree", "ImageFormatControl", "--visibility", "Beginner"});
     EXPECT_TRUE(run.out.startsWith("ImageFormatControl\n"));
     EXPECT_FALSE(run.out.contains("PayloadSize"));  // an Expert feature
@@ -152,6 +156,13 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     const QJsonObject tree = QJsonDocument::fromJson(run.out.toUtf8()).object();
     EXPECT_EQ(tree["identifier"].toString(), "Root");
     EXPECT_FALSE(tree["children"].toArray().isEmpty());
+    std::function<int(const QJsonObject&)> featuresWithChildren = [&](const QJsonObject& node) {
+        int count = node["type"].toString() != "ICategory" && node.contains("children");
+        for (const QJsonValue& child : node["children"].toArray())
+            count += featuresWithChildren(child.toObject());
+        return count;
+    };
+    EXPECT_EQ(featuresWithChildren(tree), 0);
     run = runTool({"tree", "NoSuchCategory"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_TRUE(run.err.contains("NoSuchCategory"));

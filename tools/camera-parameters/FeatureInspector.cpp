@@ -31,6 +31,19 @@ QJsonValue optional(Read read) {
     }
 }
 
+// The category tree alone: a feature's own children (the inputs of its formula, say) belong to describe.
+QJsonObject categoriesOnly(QJsonObject object) {
+    if (object["type"].toString() != "ICategory") {
+        object.remove("children");
+        return object;
+    }
+    QJsonArray children;
+    for (const QJsonValue& child : object["children"].toArray())
+        children.append(categoriesOnly(child.toObject()));
+    object["children"] = children;
+    return object;
+}
+
 QJsonArray names(const QList<QString>& fullNames) {
     QJsonArray array;
     for (const QString& fullName : fullNames)
@@ -65,7 +78,7 @@ int CFeatureInspector::tree(const QString& name) {
         m_Err << CNameSuggestion::unknownParameterText(start, m_NodeMap);
         return CParameterTool::UnknownParameter;
     }
-    const QJsonObject json = Internal::CNodemapToJsonConverter::getJson(root);
+    const QJsonObject json = categoriesOnly(Internal::CNodemapToJsonConverter::getJson(root));
     if (m_Json) {
         m_Out << QJsonDocument(json).toJson(QJsonDocument::Indented);
         return CParameterTool::Done;
