@@ -1,6 +1,7 @@
 // Real camera descriptions load with a memory port under them, and a walk reads every readable node.
 #include "MemoryDescriptions.h"
 #include <GenApi/GenApi.h>
+#include <GenApiEngine/DescriptionSchema.h>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <map>
@@ -96,4 +97,27 @@ TEST(CameraDescriptions, EveryDescriptionLoadsAndEveryReadableNodeReads) {
         CNodePtr root = map._GetNode("Root");
         EXPECT_TRUE(root.IsValid());
     }
+}
+
+// The link check finds nothing to complain of in the real descriptions (every pointer names a node they
+// have, every formula is balanced and uses its own variables), and it finds what a broken one breaks.
+TEST(CameraDescriptions, TheLinkCheckAcceptsEveryRealDescription) {
+    const std::vector<std::string> paths =
+        describedCameraPaths({PC_CAMERA_DESCRIPTIONS, PC_MORE_CAMERA_DESCRIPTIONS});
+    for (const std::string& path : paths) {
+        const std::vector<GenApiEngine::SSchemaViolation> found =
+            GenApiEngine::checkDescriptionLinks(fileText(path));
+        EXPECT_TRUE(found.empty()) << path << ":" << found.front().line << ": " << found.front().message;
+    }
+    const std::string broken = R"(<?xml version="1.0"?>
+<RegisterDescription>
+  <Integer Name="A"><pValue>Nowhere</pValue></Integer>
+  <IntSwissKnife Name="K"><pVariable Name="X">A</pVariable><Formula>X + Y)</Formula></IntSwissKnife>
+</RegisterDescription>)";
+    const std::vector<GenApiEngine::SSchemaViolation> found = GenApiEngine::checkDescriptionLinks(broken);
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0].line, 3);
+    EXPECT_EQ(found[0].message, "pValue names 'Nowhere', which the description does not have");
+    EXPECT_EQ(found[1].message, "The Formula of 'K' uses 'Y', which is no variable of the node");
+    EXPECT_THROW(GenApiEngine::checkDescriptionLinks("not xml"), GenICam::RuntimeException);
 }

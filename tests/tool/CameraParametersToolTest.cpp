@@ -133,6 +133,34 @@ TEST(CameraParametersTool, ValidatesDescriptionsAgainstTheirSchema) {
     EXPECT_TRUE(run.out.contains(path + ":8: ")) << run.out.toStdString();
     EXPECT_TRUE(run.out.contains("read cycle detected : A -> B -> A")) << run.out.toStdString();
 
+    // What the schema cannot see: a pointer to a missing node, a formula over a name the node does not
+    // declare, an unbalanced formula; each with its line. Numbers, GenICam's functions and a converter's
+    // FROM and TO are no names to declare.
+    const QString links = folder.filePath("links.xml");
+    QFile linked(links);
+    ASSERT_TRUE(linked.open(QIODevice::WriteOnly));
+    linked.write(R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Links" VendorName="Test"
+ StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+ MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+ VersionGuid="11111111-2222-3333-4444-666666666666">
+  <Category Name="Root"><pFeature>Width</pFeature><pFeature>Missing</pFeature></Category>
+  <Integer Name="Width"><Value>640</Value></Integer>
+  <IntSwissKnife Name="Twice"><pVariable Name="W">Width</pVariable><Formula>2*W + H</Formula></IntSwissKnife>
+  <IntSwissKnife Name="Open"><pVariable Name="W">Width</pVariable><Formula>(W + 0x1F</Formula></IntSwissKnife>
+  <Converter Name="Scaled"><pVariable Name="W">Width</pVariable><FormulaTo>FROM*W*1.5e-3</FormulaTo>
+    <FormulaFrom>TO/W + SQRT(4) + PI</FormulaFrom><pValue>Width</pValue><Slope>Increasing</Slope></Converter>
+</RegisterDescription>
+)");
+    linked.close();
+    run = runTool({"validate", links});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.out.contains(links + ":6: pFeature names 'Missing'")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains(links + ":8: The Formula of 'Twice' uses 'H'")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains(links + ":9: The Formula of 'Open' leaves a parenthesis open"));
+    EXPECT_FALSE(run.out.contains("Scaled")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains("3 missing node(s) or formula error(s)"));
+
     run = runTool({"validate", folder.filePath("missing.xml")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("Cannot read"));

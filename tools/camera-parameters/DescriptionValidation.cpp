@@ -1,4 +1,5 @@
-// Schema violations with their lines, then a load through the engine for what the schema cannot see.
+// Schema violations with their lines, pointers to missing nodes and broken formulas with theirs, then a
+// load through the engine for what neither can see.
 #include "DescriptionValidation.h"
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/DescriptionSchema.h>
@@ -28,20 +29,24 @@ int validateDescriptionFile(const QString& path, QTextStream& out, QTextStream& 
     }
     const QByteArray xml = file.readAll();
     std::vector<GenApiEngine::SSchemaViolation> violations;
+    std::vector<GenApiEngine::SSchemaViolation> links;
     try {
         violations = GenApiEngine::validateDescription(xml.toStdString());
+        links = GenApiEngine::checkDescriptionLinks(xml.toStdString());
     } catch (const GenICam::GenericException& e) {
         err << path << ": " << e.GetDescription() << "\n";
         return 1;
     }
-    for (const GenApiEngine::SSchemaViolation& violation : violations)
-        out << path << ":" << violation.line << ": " << QString::fromStdString(violation.message) << "\n";
+    for (const auto* found : {&violations, &links}) {
+        for (const GenApiEngine::SSchemaViolation& violation : *found)
+            out << path << ":" << violation.line << ": " << QString::fromStdString(violation.message) << "\n";
+    }
     const bool loads = loadsAsGenApiLoads(xml, path, out);
-    if (violations.empty() && loads) {
+    if (violations.empty() && links.empty() && loads) {
         out << path << " validates\n";
         return 0;
     }
-    out << path << ": " << violations.size() << " schema violation(s)"
-        << (loads ? "" : ", refused by the loader") << "\n";
+    out << path << ": " << violations.size() << " schema violation(s), " << links.size()
+        << " missing node(s) or formula error(s)" << (loads ? "" : ", refused by the loader") << "\n";
     return 1;
 }

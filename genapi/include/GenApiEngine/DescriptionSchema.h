@@ -24,6 +24,12 @@ GENAPI_DECL std::string schemaFolder();
 GENAPI_DECL std::vector<SSchemaViolation> validateDescription(const std::string& xml,
                                                               const std::string& folder = schemaFolder());
 
+// What the schema cannot see, each with its line: pointer elements (pValue, pFeature, ...) naming a node
+// the description does not have, and formulas with unbalanced parentheses or a name that is neither a
+// variable, constant or expression of their node nor a GenICam function. Throws GenICam::RuntimeException
+// when the text is not XML.
+GENAPI_DECL std::vector<SSchemaViolation> checkDescriptionLinks(const std::string& xml);
+
 }  // namespace GenApiEngine
 
 #endif
