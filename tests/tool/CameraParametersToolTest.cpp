@@ -21,6 +21,20 @@ SRun runTool(const QStringList& arguments) {
     return runProgram(CAMERA_PARAMETERS_TOOL, arguments);
 }
 
+// Writes a description with the given nodes to the path, the header on lines 1 to 5; answers the path.
+QString writeDescription(const QString& path, const QString& nodes) {
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(R"(<?xml version="1.0" encoding="utf-8"?>
+<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Test" VendorName="Test"
+ StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
+ MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
+ VersionGuid="11111111-2222-3333-4444-666666666666">
+)" + nodes.toUtf8() +
+               "</RegisterDescription>\n");
+    return path;
+}
+
 }  // namespace
 
 TEST(CameraParametersTool, ListsGetsAndSetsOnTheSimulatedCamera) {
@@ -112,22 +126,12 @@ TEST(CameraParametersTool, ValidatesDescriptionsAgainstTheirSchema) {
 
     // A description with an element out of order and a read cycle: both reported, the first with its line.
     QTemporaryDir folder;
-    const QString path = folder.filePath("broken.xml");
-    QFile broken(path);
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write(R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Broken" VendorName="Test"
- StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
- MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
- VersionGuid="11111111-2222-3333-4444-666666666666">
-  <Integer Name="A">
+    const QString path = writeDescription(folder.filePath("broken.xml"), R"(  <Integer Name="A">
     <pValue>B</pValue>
     <ImposedAccessMode>RO</ImposedAccessMode>
   </Integer>
   <Integer Name="B"><pValue>A</pValue></Integer>
-</RegisterDescription>
 )");
-    broken.close();
     run = runTool({"validate", path});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.out.contains(path + ":8: ")) << run.out.toStdString();
@@ -136,23 +140,15 @@ TEST(CameraParametersTool, ValidatesDescriptionsAgainstTheirSchema) {
     // What the schema cannot see: a pointer to a missing node, a formula over a name the node does not
     // declare, an unbalanced formula; each with its line. Numbers, GenICam's functions and a converter's
     // FROM and TO are no names to declare.
-    const QString links = folder.filePath("links.xml");
-    QFile linked(links);
-    ASSERT_TRUE(linked.open(QIODevice::WriteOnly));
-    linked.write(R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Links" VendorName="Test"
- StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
- MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
- VersionGuid="11111111-2222-3333-4444-666666666666">
-  <Category Name="Root"><pFeature>Width</pFeature><pFeature>Missing</pFeature></Category>
+    const QString links = writeDescription(
+        folder.filePath("links.xml"),
+        R"(  <Category Name="Root"><pFeature>Width</pFeature><pFeature>Missing</pFeature></Category>
   <Integer Name="Width"><Value>640</Value></Integer>
   <IntSwissKnife Name="Twice"><pVariable Name="W">Width</pVariable><Formula>2*W + H</Formula></IntSwissKnife>
   <IntSwissKnife Name="Open"><pVariable Name="W">Width</pVariable><Formula>(W + 0x1F</Formula></IntSwissKnife>
   <Converter Name="Scaled"><pVariable Name="W">Width</pVariable><FormulaTo>FROM*W*1.5e-3</FormulaTo>
     <FormulaFrom>TO/W + SQRT(4) + PI</FormulaFrom><pValue>Width</pValue><Slope>Increasing</Slope></Converter>
-</RegisterDescription>
 )");
-    linked.close();
     run = runTool({"validate", links});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.out.contains(links + ":6: pFeature names 'Missing'")) << run.out.toStdString();
