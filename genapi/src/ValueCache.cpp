@@ -96,14 +96,6 @@ bool CValueCache::behindUnplacedRegister(const CNodeBase* node) const {
     return false;
 }
 
-bool CValueCache::behindComputedPlace(const CNodeBase* node) const {
-    for (const CNodeBase* reg : m_Links.registersBehind(node, false)) {
-        if (m_Rules.find(reg) == m_Rules.end() && computedPlace(*reg))
-            return true;
-    }
-    return false;
-}
-
 bool CValueCache::holds(const CNodeBase* node) const {
     for (const CNodeBase* reg : m_Links.registersBehind(node, true)) {
         const auto rule = m_Rules.find(reg);

@@ -42,8 +42,6 @@ public:
     // Whether a node reads a register whose place the cache does not know, so that it cannot tell which
     // writes reach it: such a node's value is computed again after any register changes.
     bool behindUnplacedRegister(const CNodeBase* node) const;
-    // Whether a node reads a register whose address is computed from other nodes.
-    bool behindComputedPlace(const CNodeBase* node) const;
     // Whether every register a node's value is computed from has its bytes kept.
     bool holds(const CNodeBase* node) const;
 

@@ -53,12 +53,6 @@ uint64_t CValueNode::validSince() const {
     return map().values().validSince(*this, m_FollowsRegisterChanges == GenApi::Yes);
 }
 
-bool CValueNode::keptWithoutBytes() const {
-    if (m_BehindComputedPlace == GenApi::_UndefinedYesNo)
-        m_BehindComputedPlace = map().values().behindComputedPlace(this) ? GenApi::Yes : GenApi::No;
-    return m_BehindComputedPlace == GenApi::Yes;
-}
-
 bool CValueNode::verifyingValueCache() const {
     return map().values().verifying();
 }

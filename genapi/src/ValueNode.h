@@ -87,7 +87,7 @@ private:
     template <typename T, typename Compute>
     T keptValue(SCachedValue<T>& slot, bool keep, bool ignoreCache, Compute compute) const {
         if (keep && !ignoreCache && slot.computedAt >= validSince()) {
-            if (verifyingValueCache() && !keptWithoutBytes())
+            if (verifyingValueCache())
                 checkCachedValue(slot.value, compute());
             return slot.value;
         }
@@ -103,10 +103,6 @@ private:
     uint64_t valueClock() const;
     // The time before which a kept value of this node is out of date.
     uint64_t validSince() const;
-    // Whether the value is read through a register at a computed place, which keeps its value but no
-    // bytes: a fresh evaluation would read the device, where GenApi serves the kept value too, so the
-    // verify mode cannot compare it.
-    bool keptWithoutBytes() const;
     bool verifyingValueCache() const;
     template <typename T>
     void checkCachedValue(const T& cached, const T& fresh) const {
@@ -127,7 +123,6 @@ private:
 
     mutable GenApi::EYesNo m_KeepsValue = GenApi::_UndefinedYesNo;
     mutable GenApi::EYesNo m_FollowsRegisterChanges = GenApi::_UndefinedYesNo;
-    mutable GenApi::EYesNo m_BehindComputedPlace = GenApi::_UndefinedYesNo;
 };
 
 }  // namespace GenApiEngine
