@@ -69,4 +69,9 @@ GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber,
     return wrap(device, error, deviceName);
 }
 
+EDeviceControl deviceControl(GenApi::INodeMap* map) {
+    const CNodeMapImpl* impl = dynamic_cast<const CNodeMapImpl*>(map);
+    return impl ? impl->deviceControl() : EDeviceControl::NotApplicable;
+}
+
 }  // namespace GenApiEngine

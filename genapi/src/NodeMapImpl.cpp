@@ -124,10 +124,14 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
             values.registersWritten(address, length, rule);
         });
         setDeviceCache(m_Device, &values.registers());
+    } else {
+        m_Control.reset(new CDeviceControl(m_Device));
+        m_LastControl = m_Control->state();
     }
 }
 
 CNodeMapImpl::~CNodeMapImpl() {
+    m_Control.reset();
     m_Nodes.clear();
     destroyRetired();
     if (m_OwnsDevice)
@@ -199,6 +203,7 @@ void CNodeMapImpl::checkPortAccess() const {
     if (m_PortsCheckedIn == m_OutermostCalls)
         return;
     m_PortsCheckedIn = m_OutermostCalls;
+    checkDeviceControl();
     for (SPortAccess& known : m_PortAccess) {
         const EAccessMode mode = known.port->GetAccessMode();
         if (known.mode == mode)
@@ -206,6 +211,21 @@ void CNodeMapImpl::checkPortAccess() const {
         known.mode = mode;
         ++m_AccessGeneration;
     }
+}
+
+EDeviceControl CNodeMapImpl::deviceControl() const {
+    return m_Control ? m_Control->state() : EDeviceControl::NotApplicable;
+}
+
+// The device port's access follows the device's control; a device that is lost keeps no value either.
+void CNodeMapImpl::checkDeviceControl() const {
+    const EDeviceControl control = deviceControl();
+    if (control == m_LastControl)
+        return;
+    m_LastControl = control;
+    ++m_AccessGeneration;
+    if (control == EDeviceControl::Lost)
+        m_Values->dropAll();
 }
 
 void CNodeMapImpl::invalidate(CNodeBase* node) const {

@@ -8,6 +8,7 @@
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
 #include "DependentGraph.h"
+#include "DeviceControl.h"
 #include "NodeProperties.h"
 #include "PortRouting.h"
 #include "SelectorLinks.h"
@@ -86,6 +87,8 @@ public:
     // The user port connected for a port node, or null when the port is served by the Aravis device.
     GenApi::IPort* userPort(const std::string& portName) const;
     bool servedByDevice() const { return !m_OwnsDevice; }
+    // Who controls the device of a map Aravis opened (NotApplicable for maps over user ports).
+    EDeviceControl deviceControl() const;
     // The address offset that routes transfers of a port's registers to that port.
     int64_t portOffset(const std::string& portName) const { return m_Routing.offsetOf(portName); }
     // The link table: what every node reads and what depends on it.
@@ -104,6 +107,7 @@ public:
     // another access mode than before starts a new one.
     uint64_t accessGeneration() const { return m_AccessGeneration; }
     void checkPortAccess() const;
+    void checkDeviceControl() const;
 
     // Every engine call holds the map lock through one of these; callbacks fire when the outermost ends.
     void enter() const;
@@ -165,6 +169,8 @@ private:
         GenApi::EAccessMode mode;
     };
     mutable std::vector<SPortAccess> m_PortAccess;
+    std::unique_ptr<CDeviceControl> m_Control;
+    mutable EDeviceControl m_LastControl = EDeviceControl::NotApplicable;
     std::map<CNodeBase*, int64_t> m_PollElapsed;
 
     mutable int64_t m_CallbackCount = 0;

@@ -13,7 +13,16 @@ CPortNode::CPortNode(CNodeMapImpl& map, const SNodeDescription& description, Arv
 EAccessMode CPortNode::naturalAccessMode() const {
     if (IPort* port = map().userPort(name()))
         return port->GetAccessMode();
-    return map().servedByDevice() ? RW : NI;
+    if (!map().servedByDevice())
+        return NI;
+    switch (map().deviceControl()) {
+    case EDeviceControl::ControlledElsewhere:
+        return RO;
+    case EDeviceControl::Lost:
+        return NA;
+    default:
+        return RW;
+    }
 }
 
 void CPortNode::checkTransfer(const void* pBuffer, int64_t Length, const char* method) const {

@@ -10,32 +10,10 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QFile>
-#include "../FakeGigECamera.h"
-#include "ProcessRun.h"
+#include "ToolTestSupport.h"
 #include <functional>
 #include <gtest/gtest.h>
 
-namespace {
-
-SRun runTool(const QStringList& arguments) {
-    return runProgram(CAMERA_PARAMETERS_TOOL, arguments);
-}
-
-// Writes a description with the given nodes to the path, the header on lines 1 to 5; answers the path.
-QString writeDescription(const QString& path, const QString& nodes) {
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(R"(<?xml version="1.0" encoding="utf-8"?>
-<RegisterDescription xmlns="http://www.genicam.org/GenApi/Version_1_1" ModelName="Test" VendorName="Test"
- StandardNameSpace="None" SchemaMajorVersion="1" SchemaMinorVersion="1" SchemaSubMinorVersion="0"
- MajorVersion="1" MinorVersion="0" SubMinorVersion="0" ProductGuid="11111111-2222-3333-4444-555555555555"
- VersionGuid="11111111-2222-3333-4444-666666666666">
-)" + nodes.toUtf8() +
-               "</RegisterDescription>\n");
-    return path;
-}
-
-}  // namespace
 
 TEST(CameraParametersTool, ListsGetsAndSetsOnTheSimulatedCamera) {
     SRun run = runTool({"list"});
@@ -55,7 +33,8 @@ TEST(CameraParametersTool, ListsGetsAndSetsOnTheSimulatedCamera) {
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QJsonObject written = QJsonDocument::fromJson(run.out.toUtf8()).object();
     EXPECT_EQ(written["name"].toString(), "@CameraDevice/Width");
-    EXPECT_EQ(written["value"].toString(), "1024");
+    EXPECT_EQ(written["value"].toDouble(), 1024);  // a number, with the text beside it
+    EXPECT_EQ(written["text"].toString(), "1024");
     EXPECT_EQ(written["access"].toString(), "RW");
 }
 
@@ -232,27 +211,6 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     }
 }
 
-namespace {
-
-// Runs tmux with the given arguments and answers what it printed.
-QString tmux(const QStringList& arguments) {
-    QProcess process;
-    process.start("tmux", arguments);
-    process.waitForFinished(10000);
-    return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
-}
-
-// Waits until the pane shows the text, or a few seconds pass.
-bool paneShows(const QString& session, const QString& text) {
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        if (tmux({"capture-pane", "-t", session, "-p"}).contains(text))
-            return true;
-        QThread::msleep(50);
-    }
-    return false;
-}
-
-}  // namespace
 
 TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     if (QStandardPaths::findExecutable("tmux").isEmpty())
@@ -295,15 +253,6 @@ TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     tmux({"kill-session", "-t", session});
 }
 
-namespace {
-
-// Runs a shell session with the given lines on its standard input.
-SRun runShell(const QStringList& lines, const QStringList& options = QStringList()) {
-    return runProgram(CAMERA_PARAMETERS_TOOL, options + QStringList{"shell"},
-                      (lines.join('\n') + "\nquit\n").toUtf8());
-}
-
-}  // namespace
 
 // Commands piped into the shell give their own output only, no prompts (in JSON too), and the shell's
 // exit code tells that one of them failed.
@@ -402,47 +351,6 @@ TEST(CameraParametersTool, SavesLoadsAndMovesDeviceFiles) {
     EXPECT_EQ(failed.exitCode, 1);
     failed = runTool({"file", "remove", "UserSet1"});
     EXPECT_EQ(failed.exitCode, 2);
-}
-
-TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
-    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
-    CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
-    QThread::msleep(1500);
-    QProcess watch;
-    watch.start(CAMERA_PARAMETERS_TOOL,
-                {"--device", "aravis:Aravis-Fake-GV01", "watch", "Width", "--seconds", "60"});
-    ASSERT_TRUE(watch.waitForStarted(5000));
-    QThread::msleep(1500);
-    camera.stop();
-    ASSERT_TRUE(watch.waitForFinished(45000)) << "watch did not notice the loss";
-    EXPECT_EQ(watch.exitCode(), 1);
-    EXPECT_TRUE(QString::fromUtf8(watch.readAllStandardError())
-                    .contains("Device 'aravis:Aravis-Fake-GV01' stopped answering"));
-}
-
-// Devices are listed by the name --device takes, with their model, protocol and address.
-TEST(CameraParametersTool, DevicesAreListedAsTheDeviceOptionTakesThem) {
-    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
-    CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
-    QString line;
-    for (int attempt = 0; attempt < 10 && line.isEmpty(); ++attempt) {
-        QThread::msleep(500);
-        const SRun run = runTool({"devices"});
-        EXPECT_EQ(run.exitCode, 0);
-        for (const QString& candidate : run.out.split('\n')) {
-            if (candidate.startsWith(QString("aravis:") + CFakeGigECamera::deviceId))
-                line = candidate;
-        }
-    }
-    ASSERT_FALSE(line.isEmpty()) << "the fake camera was not listed";
-    EXPECT_TRUE(line.contains("GigEVision")) << line.toStdString();
-    EXPECT_TRUE(line.contains("127.0.0.1")) << line.toStdString();
-    const SRun opened = runTool({"--device", line.section(' ', 0, 0), "get", "Width"});
-    EXPECT_EQ(opened.exitCode, 0) << opened.err.toStdString();
 }
 
 // An unknown feature is named with the closest feature when it looks like a typing slip, in the form

@@ -6,7 +6,8 @@
 #include <QTextStream>
 
 // Prints every schema violation as "FILE:LINE: message" and whatever refuses the load (a read cycle);
-// answers 0 for a valid description and 1 otherwise.
-int validateDescriptionFile(const QString& path, QTextStream& out, QTextStream& err);
+// answers 0 for a valid description and 1 otherwise. With json, one object tells the same: the file, whether
+// it is valid, and each problem with its line (0 for a refusal of the whole description).
+int validateDescriptionFile(const QString& path, QTextStream& out, QTextStream& err, bool json = false);
 
 #endif

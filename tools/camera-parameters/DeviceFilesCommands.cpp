@@ -1,5 +1,6 @@
 // Feature streams through the collection, device files through file parameters.
 #include "DeviceFilesCommands.h"
+#include "ParameterPrinter.h"
 #include "ParameterTool.h"
 #include <QDateTime>
 #include <QFile>
@@ -40,8 +41,15 @@ QString accessOfSelectedFile(IEnumParameter& openMode) {
 }  // namespace
 
 CDeviceFilesCommands::CDeviceFilesCommands(CParameterCollection& collection, QTextStream& out,
-                                           QTextStream& err)
-    : m_Collection(collection), m_Out(out), m_Err(err) {}
+                                           QTextStream& err, bool json)
+    : m_Collection(collection), m_Out(out), m_Err(err), m_Json(json) {}
+
+void CDeviceFilesCommands::report(const QString& text, const QJsonObject& object) {
+    if (m_Json)
+        CParameterPrinter(m_Out, true).printObject(object);
+    else
+        m_Out << text << "\n";
+}
 
 int CDeviceFilesCommands::runCaptured(CParameterCollection& collection,
                                       const std::function<int(CDeviceFilesCommands&)>& command, QString& out,
@@ -67,7 +75,7 @@ int CDeviceFilesCommands::save(const QString& path, bool allowEmpty) {
         m_Err << "Cannot write '" << path << "': " << file.errorString() << "\n";
         return CParameterTool::Failed;
     }
-    m_Out << "Saved " << settings << " settings to " << path << "\n";
+    report("Saved " + QString::number(settings) + " settings to " + path, {{"saved", settings}, {"file", path}});
     return CParameterTool::Done;
 }
 
@@ -121,7 +129,8 @@ int CDeviceFilesCommands::load(const QString& path, bool verify) {
         if (differences)
             return CParameterTool::ValueRefused;
     }
-    m_Out << "Loaded " << wanted.size() << " settings from " << path << "\n";
+    report("Loaded " + QString::number(wanted.size()) + " settings from " + path,
+           {{"loaded", wanted.size()}, {"file", path}});
     return CParameterTool::Done;
 }
 
@@ -149,7 +158,8 @@ int CDeviceFilesCommands::files() {
         m_Collection.get(EnumParameterName("@CameraDevice/FileSelector"));
     // A device without file access has an empty list of files, which is an answer, not a failure.
     if (selector->isEmpty()) {
-        m_Out << "The device has no files.\n";
+        if (!m_Json)
+            m_Out << "The device has no files.\n";
         return CParameterTool::Done;
     }
     QSharedPointer<IIntegerParameter> size = m_Collection.get(IntegerParameterName("@CameraDevice/FileSize"));
@@ -163,7 +173,9 @@ int CDeviceFilesCommands::files() {
                 bytes = QString::number(size->getValue());
             access = accessOfSelectedFile(*openMode);
         }
-        m_Out << name.leftJustified(24) << bytes.rightJustified(10) << "  " << access << "\n";
+        report(name.leftJustified(24) + bytes.rightJustified(10) + "  " + access,
+               {{"name", name}, {"size", bytes == "-" ? QJsonValue() : QJsonValue(bytes.toDouble())},
+                {"access", access}});
     }
     return CParameterTool::Done;
 }
@@ -211,8 +223,10 @@ int CDeviceFilesCommands::get(const QString& name, const QString& output) {
         m_Err << "Reading device file '" << name << "' failed: " << e.getMessage() << "\n";
         return CParameterTool::Failed;
     }
-    if (toFile)
-        m_Out << "Read " << total << " bytes of " << name << " to " << output << "\n";
+    if (toFile) {
+        report("Read " + QString::number(total) + " bytes of " + name + " to " + output,
+               {{"name", name}, {"read", total}, {"file", output}});
+    }
     return CParameterTool::Done;
 }
 
@@ -249,6 +263,6 @@ int CDeviceFilesCommands::put(const QString& name, const QString& input) {
         m_Err << "Writing device file '" << name << "' failed: " << e.getMessage() << "\n";
         return CParameterTool::Failed;
     }
-    m_Out << "Wrote " << total << " bytes to " << name << "\n";
+    report("Wrote " + QString::number(total) + " bytes to " + name, {{"name", name}, {"written", total}});
     return CParameterTool::Done;
 }

@@ -2,6 +2,7 @@
 #ifndef TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
 #define TOOLS_CAMERAPARAMETERS_DEVICEFILESCOMMANDS_H
 
+#include <QJsonObject>
 #include <QMap>
 #include <QTextStream>
 #include <functional>
@@ -9,8 +10,9 @@
 
 class CDeviceFilesCommands {
 public:
+    // With json, what each command reports goes out as one JSON object a line.
     CDeviceFilesCommands(ParameterCollection::CParameterCollection& collection, QTextStream& out,
-                         QTextStream& err);
+                         QTextStream& err, bool json = false);
 
     // Runs one command with what it prints collected in strings, as a window shows it; answers its code.
     static int runCaptured(ParameterCollection::CParameterCollection& collection,
@@ -32,11 +34,14 @@ private:
     bool readFeatureFile(const QString& path, QMap<QString, QString>& settings);
     QSharedPointer<ParameterCollection::IFileParameter> file(const QString& name, int& refusal);
     void progress(qint64 done, qint64 total);
+    // A line for people, or the object for scripts.
+    void report(const QString& text, const QJsonObject& object);
 
     ParameterCollection::CParameterCollection& m_Collection;
     QTextStream& m_Out;
     QTextStream& m_Err;
     qint64 m_StartedMs = 0;
+    bool m_Json;
 };
 
 #endif

@@ -1,5 +1,6 @@
 // Tree and description of features through the collection, the category tree through the JSON export.
 #include "FeatureInspector.h"
+#include "RegisterAccess.h"
 #include "NameSuggestion.h"
 #include "ParameterTool.h"
 #include <GenApi/GenApi.h>
@@ -117,9 +118,9 @@ QJsonObject CFeatureInspector::description(IParameter& parameter) {
                        {"type", CParameterPrinter::typeText(parameter.getParameterType())},
                        {"access", CParameterPrinter::accessText(parameter)},
                        {"visibility", CParameterPrinter::visibilityText(parameter.getVisibility())},
-                       {"value", CParameterPrinter::valueText(parameter)},
                        {"unit", property("Unit")},
                        {"representation", property("Representation")}};
+    CParameterPrinter::insertValue(object, parameter);
     if (auto integer = dynamic_cast<IIntegerParameter*>(&parameter)) {
         object["min"] = optional([&] { return CParameterPrinter::exactInteger(integer->getMinimum()); });
         object["max"] = optional([&] { return CParameterPrinter::exactInteger(integer->getMaximum()); });
@@ -146,8 +147,23 @@ QJsonObject CFeatureInspector::description(IParameter& parameter) {
     if (GenApi::INode* found = node(parameter.getName())) {
         if (GenApi::INode* alias = found->GetAlias())
             object["alias"] = QString::fromUtf8(alias->GetName().c_str());
+        insertPlace(object, found);
     }
     return object;
+}
+
+// Where the feature's register lies, for raw access with R[ADDRESS:LENGTH]; nothing for computed features.
+void CFeatureInspector::insertPlace(QJsonObject& object, GenApi::INode* node) {
+    int64_t address = 0;
+    int64_t length = 0;
+    try {
+        if (!CRegisterAccess::placeOf(node, address, length))
+            return;
+    } catch (const GenICam::GenericException&) {
+        return;
+    }
+    object["address"] = "0x" + QString::number(static_cast<quint64>(address), 16).rightJustified(4, '0');
+    object["length"] = static_cast<double>(length);
 }
 
 int CFeatureInspector::describe(const QString& name) {
@@ -193,6 +209,9 @@ int CFeatureInspector::execute(const QString& name, double seconds) {
         m_Err << "Command '" << command->getFullName() << "' cannot be executed: " << e.getMessage() << "\n";
         return CParameterTool::AccessRefused;
     }
-    m_Out << command->getFullName() << " done\n";
+    if (m_Json)
+        m_Printer.printObject({{"name", command->getFullName()}, {"done", true}});
+    else
+        m_Out << command->getFullName() << " done\n";
     return CParameterTool::Done;
 }

@@ -4,7 +4,14 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <cmath>
+#include <parametercollection/BooleanParameterData.h>
 #include <parametercollection/Exceptions.h>
+#include <parametercollection/FloatParameterData.h>
+#include <parametercollection/IBooleanParameter.h>
+#include <parametercollection/IFloatParameter.h>
+#include <parametercollection/IIntegerParameter.h>
+#include <parametercollection/IntegerParameterData.h>
 
 using namespace ParameterCollection;
 
@@ -85,12 +92,48 @@ QString CParameterPrinter::valueText(IParameter& parameter) {
     }
 }
 
+QJsonValue CParameterPrinter::typedValue(IParameter& parameter) {
+    if (!parameter.isReadable() || parameter.getParameterType() == ParameterType_Command)
+        return QJsonValue();
+    try {
+        if (auto integer = dynamic_cast<IIntegerParameter*>(&parameter))
+            return exactInteger(integer->getValue());
+        if (auto floating = dynamic_cast<IFloatParameter*>(&parameter)) {
+            const double value = floating->getValue();
+            return std::isfinite(value) ? QJsonValue(value) : QJsonValue();
+        }
+        if (auto boolean = dynamic_cast<IBooleanParameter*>(&parameter))
+            return boolean->getValue(false, false);
+        return parameter.toString();
+    } catch (const Core::Exception::BaseException&) {
+        return QJsonValue();
+    }
+}
+
+QJsonValue CParameterPrinter::typedValue(const ParameterData& data) {
+    if (auto integer = dynamic_cast<const IntegerParameterData*>(&data))
+        return exactInteger(integer->value);
+    if (auto floating = dynamic_cast<const FloatParameterData*>(&data))
+        return std::isfinite(floating->value) ? QJsonValue(floating->value) : QJsonValue();
+    if (auto boolean = dynamic_cast<const BooleanParameterData*>(&data))
+        return boolean->value;
+    return data.valueText;
+}
+
+void CParameterPrinter::insertValue(QJsonObject& object, IParameter& parameter) {
+    const QString text = valueText(parameter);
+    const QJsonValue typed = typedValue(parameter);
+    object.insert("value", typed.isString() && !typed.toString().startsWith(exactIntegerMark) ? text : typed);
+    if (!typed.isString() || typed.toString().startsWith(exactIntegerMark))
+        object.insert("text", text);
+}
+
 QJsonObject CParameterPrinter::describe(IParameter& parameter, bool withDescriptions) {
     QJsonObject object{{"name", parameter.getFullName()},
                        {"type", typeText(parameter.getParameterType())},
                        {"access", accessText(parameter)},
-                       {"visibility", visibilityText(parameter.getVisibility())},
-                       {"value", valueText(parameter)}};
+                       {"visibility", visibilityText(parameter.getVisibility())}};
+    insertValue(object, parameter);
     const QString unit = property(parameter, "Unit");
     if (!unit.isEmpty())
         object.insert("unit", unit);
@@ -113,10 +156,10 @@ void CParameterPrinter::printHeader() {
 void CParameterPrinter::print(IParameter& parameter) {
     const QJsonObject object = describe(parameter, false);
     if (m_Json) {
-        m_Out << QJsonDocument(object).toJson(QJsonDocument::Compact) << "\n";
+        printObject(object);
         return;
     }
-    QString value = object["value"].toString();
+    QString value = object.contains("text") ? object["text"].toString() : object["value"].toString();
     if (value.size() > 48)
         value = value.left(45) + "...";
     if (object.contains("unit") && !value.isEmpty())
@@ -142,7 +185,14 @@ void CParameterPrinter::printObject(const QJsonObject& object) {
               << "\n";
         return;
     }
+    // People read the value as text: "value" shows what "text" holds, which is not repeated.
     for (auto it = object.begin(); it != object.end(); ++it) {
+        if (it.key() == "text")
+            continue;
+        if (it.key() == "value" && object.contains("text")) {
+            m_Out << "value: " << object["text"].toString() << "\n";
+            continue;
+        }
         const QString value =
             it.value().isArray()
                 ? QString::fromUtf8(QJsonDocument(it.value().toArray()).toJson(QJsonDocument::Compact))

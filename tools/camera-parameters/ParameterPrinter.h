@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTextStream>
 #include <parametercollection/IParameter.h>
+#include <parametercollection/ParameterData.h>
 
 class CParameterPrinter {
 public:
@@ -21,6 +22,13 @@ public:
     // one travels marked in a string that printObject turns back into the number.
     static QJsonValue exactInteger(qint64 value);
     QJsonObject describe(ParameterCollection::IParameter& parameter, bool withDescriptions);
+    // The value for JSON: a number for integers and floats, true or false for booleans, the text for the
+    // others; null when it cannot be read.
+    static QJsonValue typedValue(ParameterCollection::IParameter& parameter);
+    // The same from a snapshot, as a watch receives it.
+    static QJsonValue typedValue(const ParameterCollection::ParameterData& data);
+    // "value" as typedValue gives it, and "text" as people read it when the two differ in kind.
+    static void insertValue(QJsonObject& object, ParameterCollection::IParameter& parameter);
 
     static QString typeText(ParameterCollection::EParameterType type);
     static QString accessText(ParameterCollection::IParameter& parameter);

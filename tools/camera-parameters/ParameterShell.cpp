@@ -1,6 +1,7 @@
 // The shell on GNU readline: a completion generator over the command and feature names of the device.
 #include "ParameterShell.h"
 #include "DescriptionValidation.h"
+#include "ErrorReport.h"
 #include "ParameterTool.h"
 #include <QProcess>
 #include <csignal>
@@ -38,7 +39,8 @@ char** complete(const char* text, int, int) {
 
 const QStringList shellCommands = {"list", "get",      "set",     "watch",   "relations", "dump",
                                    "tree", "describe", "genicam", "execute", "validate",  "devices",
-                                   "help", "quit",     "save",    "load",    "files",     "file"};
+                                   "help", "quit",     "save",    "load",    "files",     "file",
+                                   "reconnect"};
 
 void onInterrupt(int) {
     CParameterTool::requestInterrupt();
@@ -133,19 +135,43 @@ int CParameterShell::runLine(const QString& line) {
     if (!words.contains("--device"))
         words = QStringList({"--device", m_Options.device}) + words;
     const CToolOptions options(words);
+    CErrorReport report(m_Err, options.json);
+    return report.finish(runCommand(options, report.stream()));
+}
+
+int CParameterShell::runCommand(const CToolOptions& options, QTextStream& err) {
     if (options.help) {
         m_Out << CToolOptions::usage();
         return CParameterTool::Done;
     }
+    if (options.command == "reconnect")
+        return reconnect(err);
     if (!options.valid()) {
-        m_Err << options.errorText() << "\n";
+        err << options.errorText() << "\n";
         return CParameterTool::WrongUsage;
     }
     if (options.command == "shell" || options.device != m_Options.device) {
-        m_Err << "The shell works on the device it opened; leave it to open another.\n";
+        err << "The shell works on the device it opened; leave it to open another.\n";
         return CParameterTool::WrongUsage;
     }
     if (options.command == "validate")
-        return validateDescriptionFile(options.arguments.first(), m_Out, m_Err);
-    return CParameterTool(m_Session.collection(), m_Session.nodeMap(), options, m_Out, m_Err).run();
+        return validateDescriptionFile(options.arguments.first(), m_Out, err, options.json);
+    const int result = CParameterTool(m_Session, options, m_Out, err).run();
+    if (m_Session.lost())
+        err << "'reconnect' opens device '" << m_Session.device() << "' again.\n";
+    return result;
+}
+
+// The device is closed and opened again; a device still gone leaves the shell without one until the next
+// reconnect.
+int CParameterShell::reconnect(QTextStream& err) {
+    try {
+        m_Session.reconnect();
+    } catch (const GenICam::GenericException& e) {
+        err << "Cannot open device '" << m_Session.device() << "': " << e.GetDescription() << "\n";
+        return CParameterTool::DeviceNotFound;
+    }
+    CParameterTool::reportControl(m_Session, err);
+    m_Out << "Device '" << m_Session.device() << "' opened again.\n";
+    return CParameterTool::Done;
 }

@@ -3,6 +3,7 @@
 #include "NameSuggestion.h"
 #include "DeviceFilesCommands.h"
 #include "FeatureInspector.h"
+#include "RegisterAccess.h"
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -23,10 +24,11 @@ QJsonArray toJson(const QList<QString>& names) {
 
 }  // namespace
 
-CParameterTool::CParameterTool(CParameterCollection& collection, GenApi::INodeMap* nodeMap,
-                               const CToolOptions& options, QTextStream& out, QTextStream& err)
-    : m_Collection(collection),
-      m_NodeMap(nodeMap),
+CParameterTool::CParameterTool(CDeviceSession& session, const CToolOptions& options, QTextStream& out,
+                               QTextStream& err)
+    : m_Session(session),
+      m_Collection(session.collection()),
+      m_NodeMap(session.nodeMap()),
       m_Options(options),
       m_Out(out),
       m_Err(err),
@@ -44,8 +46,18 @@ bool CParameterTool::takeInterrupt() {
     return interruptRequested.exchange(false);
 }
 
+void CParameterTool::reportControl(const CDeviceSession& session, QTextStream& err) {
+    if (session.control() == GenApiEngine::EDeviceControl::ControlledElsewhere) {
+        err << "Device '" << session.device()
+            << "' is controlled by another application: its features can be read, not written.\n";
+    }
+}
+
 int CParameterTool::run() {
     const QString& command = m_Options.command;
+    int lost = Done;
+    if (command != "genicam" && refuseLostDevice(lost))
+        return lost;
     if (command == "list")
         return list();
     if (command == "get")
@@ -58,7 +70,7 @@ int CParameterTool::run() {
         return relations();
     if (command == "dump")
         return dump();
-    CDeviceFilesCommands deviceFiles(m_Collection, m_Out, m_Err);
+    CDeviceFilesCommands deviceFiles(m_Collection, m_Out, m_Err, m_Options.json);
     if (command == "save")
         return deviceFiles.save(m_Options.arguments.at(0), m_Options.allowEmpty);
     if (command == "load")
@@ -109,32 +121,81 @@ int CParameterTool::list() {
     return Done;
 }
 
+// Each value is read from the device afresh, so that a device that stopped answering says so rather than
+// a value kept from before.
 int CParameterTool::get() {
     int result = Done;
     for (const QString& name : m_Options.arguments) {
+        if (refuseLostDevice(result))
+            return result;
+        if (CRegisterAccess::isRegisterName(name)) {
+            const int registerResult = getRegister(name);
+            result = registerResult == Done ? result : registerResult;
+            continue;
+        }
         QSharedPointer<IParameter> parameter = find(name);
         if (!parameter) {
             result = UnknownParameter;
             continue;
         }
         try {
+            parameter->getAdvancedParameterAccess()->refresh();
             if (!parameter->isReadable()) {
+                if (refuseLostDevice(result))
+                    return result;
                 m_Err << "Parameter '" << parameter->getFullName() << "' is not readable.\n";
                 result = AccessRefused;
                 continue;
             }
             parameter->toString();  // a device that stopped answering says so here
         } catch (const Core::Exception::BaseException& e) {
-            return deviceStoppedAnswering(e);
+            return deviceStoppedAnswering(e.getMessage());
         }
         m_Printer.print(*parameter);
     }
     return result;
 }
 
-int CParameterTool::deviceStoppedAnswering(const Core::Exception::BaseException& e) {
-    m_Err << "Device '" << m_Options.device << "' stopped answering: " << e.getMessage() << "\n";
+int CParameterTool::getRegister(const QString& name) {
+    try {
+        m_Printer.printObject(CRegisterAccess(m_NodeMap, name).read());
+    } catch (const std::invalid_argument& e) {
+        m_Err << e.what() << "\n";
+        return WrongUsage;
+    } catch (const GenICam::GenericException& e) {
+        m_Err << "Register " << name << " cannot be read: " << e.GetDescription() << "\n";
+        return AccessRefused;
+    }
+    return Done;
+}
+
+int CParameterTool::setRegister(const QString& name, const QString& value) {
+    try {
+        CRegisterAccess access(m_NodeMap, name);
+        access.write(value);
+        m_Printer.printObject(access.read());
+    } catch (const std::invalid_argument& e) {
+        m_Err << e.what() << "\n";
+        return QString(e.what()).startsWith("Value") ? ValueRefused : WrongUsage;
+    } catch (const GenICam::GenericException& e) {
+        m_Err << "Register " << name << " cannot be written: " << e.GetDescription() << "\n";
+        return AccessRefused;
+    }
+    return Done;
+}
+
+int CParameterTool::deviceStoppedAnswering(const QString& message) {
+    m_Session.markLost();
+    m_Err << "Device '" << m_Options.device << "' stopped answering: " << message << "\n";
     return Failed;
+}
+
+bool CParameterTool::refuseLostDevice(int& result) {
+    if (!m_Session.lost())
+        return false;
+    m_Err << "Device '" << m_Options.device << "' is lost: it stopped answering.\n";
+    result = Failed;
+    return true;
 }
 
 // The writes go in order in this one session, so that a selector written first selects what follows.
@@ -148,6 +209,11 @@ int CParameterTool::set() {
 }
 
 int CParameterTool::setOne(const QString& name, const QString& value) {
+    int lost = Done;
+    if (refuseLostDevice(lost))
+        return lost;
+    if (CRegisterAccess::isRegisterName(name))
+        return setRegister(name, value);
     QSharedPointer<IParameter> parameter = find(name);
     if (!parameter)
         return UnknownParameter;
@@ -160,10 +226,14 @@ int CParameterTool::setOne(const QString& name, const QString& value) {
         m_Err << "Value '" << value << "' refused: " << e.getMessage() << "\n";
         return ValueRefused;
     } catch (const Core::Exception::InvalidOperationException& e) {
-        m_Err << "Parameter '" << parameter->getFullName() << "' cannot be set: " << e.getMessage() << "\n";
+        m_Err << "Parameter '" << parameter->getFullName() << "' cannot be set: "
+              << (m_Session.control() == GenApiEngine::EDeviceControl::ControlledElsewhere
+                      ? "another application controls device '" + m_Options.device + "'."
+                      : e.getMessage())
+              << "\n";
         return AccessRefused;
     } catch (const Core::Exception::BaseException& e) {
-        return deviceStoppedAnswering(e);
+        return deviceStoppedAnswering(e.getMessage());
     }
     if (parameter->isReadable())
         m_Printer.print(*parameter);
@@ -189,12 +259,12 @@ int CParameterTool::watch() {
             [this, raw, &clock](QSharedPointer<const ParameterData> data) {
                 QJsonObject change{{"time", clock.elapsed() / 1000.0},
                                    {"name", raw->getFullName()},
-                                   {"value", data->valueText}};
+                                   {"value", CParameterPrinter::typedValue(*data)}};
                 if (m_Options.json) {
                     m_Printer.printObject(change);
                 } else {
-                    m_Out << QString::number(change["time"].toDouble(), 'f', 3) << "  "
-                          << change["name"].toString() << " = " << data->valueText << "\n";
+                    m_Out << QString::number(change["time"].toDouble(), 'f', 3) << "  " << raw->getFullName()
+                      << " = " << data->valueText << "\n";
                 }
                 m_Out.flush();
             },
@@ -210,13 +280,18 @@ int CParameterTool::watch() {
             QCoreApplication::exit(Interrupted);
             return;
         }
+        int lost = Done;
+        if (refuseLostDevice(lost)) {
+            QCoreApplication::exit(lost);
+            return;
+        }
         try {
             m_Collection.poll(100);
             for (const QSharedPointer<IParameter>& parameter : watched)
                 parameter->getAdvancedParameterAccess()->refresh();
             watched.first()->getParameterData();
         } catch (const Core::Exception::BaseException& e) {
-            QCoreApplication::exit(deviceStoppedAnswering(e));
+            QCoreApplication::exit(deviceStoppedAnswering(e.getMessage()));
         }
     });
     poller.start(100);

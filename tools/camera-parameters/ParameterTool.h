@@ -2,6 +2,7 @@
 #ifndef TOOLS_CAMERAPARAMETERS_PARAMETERTOOL_H
 #define TOOLS_CAMERAPARAMETERS_PARAMETERTOOL_H
 
+#include "DeviceSession.h"
 #include "ParameterPrinter.h"
 #include "ToolOptions.h"
 #include <GenApi/GenApi.h>
@@ -23,9 +24,11 @@ public:
         Interrupted = 130  // Ctrl-C ended the command
     };
 
-    CParameterTool(ParameterCollection::CParameterCollection& collection, GenApi::INodeMap* nodeMap,
-                   const CToolOptions& options, QTextStream& out, QTextStream& err);
+    CParameterTool(CDeviceSession& session, const CToolOptions& options, QTextStream& out, QTextStream& err);
     int run();
+    // Says once on opening when another application controls the device, so that refused writes are
+    // understood.
+    static void reportControl(const CDeviceSession& session, QTextStream& err);
     // Asks a running watch to end, from a signal handler (a lock-free store); takeInterrupt answers and
     // clears the request.
     static void requestInterrupt();
@@ -36,15 +39,20 @@ private:
     int get();
     int set();
     int setOne(const QString& name, const QString& value);
+    int getRegister(const QString& name);
+    int setRegister(const QString& name, const QString& value);
     int watch();
     int relations();
     int dump();
     // The parameter of a full or bare name; null (with a message) when there is none.
     QSharedPointer<ParameterCollection::IParameter> find(const QString& name);
     bool listed(ParameterCollection::IParameter& parameter);
-    // Names the device that failed a call, and answers the exit code for it.
-    int deviceStoppedAnswering(const Core::Exception::BaseException& e);
+    // Names the device that failed a call, marks it lost, and answers the exit code for it.
+    int deviceStoppedAnswering(const QString& message);
+    // A lost device is named instead of serving what was read from it before.
+    bool refuseLostDevice(int& result);
 
+    CDeviceSession& m_Session;
     ParameterCollection::CParameterCollection& m_Collection;
     GenApi::INodeMap* m_NodeMap;
     const CToolOptions& m_Options;

@@ -31,6 +31,13 @@ GENAPI_DECL GenApi::INodeMap* openAravisDevice(const std::string& deviceId,
 GENAPI_DECL GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber = "GENAPI-FAKE",
                                                      const GenICam::gcstring& deviceName = "Device");
 
+// Who holds control of the device behind a node map that openAravisDevice made. A GigE Vision device is
+// controlled by one application at a time: opened while another holds it, its features can be read but
+// not written (the device port answers RO); once it stops answering its heartbeat it is lost (the port
+// answers NA and no kept value is served). Other devices and maps answer NotApplicable.
+enum class EDeviceControl { NotApplicable, Controlling, ControlledElsewhere, Lost };
+GENAPI_DECL EDeviceControl deviceControl(GenApi::INodeMap* map);
+
 }  // namespace GenApiEngine
 
 #endif
