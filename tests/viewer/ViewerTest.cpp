@@ -1,8 +1,14 @@
 // The viewer on the simulated camera, on a real (virtual) display: the tree, editing through the editors,
 // refusals, values and access that follow the device, details, settings, and a screenshot.
+#include "../FakeGigECamera.h"
 #include "DeviceFilesDialog.h"
 #include "ViewerWindow.h"
+#include <QAction>
 #include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QThread>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QApplication>
@@ -41,12 +47,16 @@ bool eventually(const std::function<bool()>& condition, int timeoutMs = 5000) {
     return true;
 }
 
-// Types a value into a spin box the way a user does: select all, type, press Enter.
-void typeInto(QAbstractSpinBox* spin, const QString& text) {
-    spin->setFocus();
-    spin->selectAll();
-    QTest::keyClicks(spin, text);
-    QTest::keyClick(spin, Qt::Key_Return);
+// Types a value into an editor the way a user does: select all, type, press Enter.
+void typeInto(QLineEdit* line, const QString& text) {
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClicks(line, text);
+    QTest::keyClick(line, Qt::Key_Return);
+}
+
+QLineEdit* lineEditor(CViewerWindow& window, const QString& name) {
+    return qobject_cast<QLineEdit*>(window.tree().row(name)->editor());
 }
 
 QString rowValue(CViewerWindow& window, const QString& name) {
@@ -87,19 +97,29 @@ TEST_F(ViewerTest, TreeVisibilityAndFilterShowTheCamerasFeatures) {
 }
 
 TEST_F(ViewerTest, EditorsWriteToTheDeviceAndARefusalRestoresTheDevicesValue) {
-    auto width = qobject_cast<QSpinBox*>(window.tree().row("Width")->editor());
+    QLineEdit* width = lineEditor(window, "Width");
     ASSERT_NE(width, nullptr);
-    EXPECT_EQ(width->minimum(), 16);
-    EXPECT_EQ(width->singleStep(), 16);
     typeInto(width, "1024");
     EXPECT_EQ(deviceWidth(), 1024);
 
-    // Off the increment: GenApi's message in the status bar, the editor back at the device's value.
+    // Above the maximum: every keystroke is kept, nothing reaches the device, the refusal is named and the
+    // editor shows the device's value again.
+    typeInto(width, "4000");
+    EXPECT_EQ(deviceWidth(), 1024);
+    EXPECT_EQ(width->text(), "1024");
+    EXPECT_TRUE(window.statusBar()->currentMessage().startsWith("Width: 4000 is outside 16 to "))
+        << window.statusBar()->currentMessage().toStdString();
+    // Off the increment, and no number at all.
     typeInto(width, "1000");
     EXPECT_EQ(deviceWidth(), 1024);
-    EXPECT_EQ(width->value(), 1024);
-    EXPECT_TRUE(window.statusBar()->currentMessage().startsWith("Width: "))
-        << window.statusBar()->currentMessage().toStdString();
+    EXPECT_TRUE(window.statusBar()->currentMessage().contains("multiple of 16"));
+    typeInto(width, "12a");
+    EXPECT_EQ(deviceWidth(), 1024);
+    EXPECT_EQ(width->text(), "1024");
+    // A value the device takes replaces the refusal in the status bar.
+    typeInto(width, "0x200");
+    EXPECT_EQ(deviceWidth(), 512);
+    EXPECT_FALSE(window.statusBar()->currentMessage().contains("outside"));
 
     auto format = qobject_cast<QComboBox*>(window.tree().row("PixelFormat")->editor());
     ASSERT_NE(format, nullptr);
@@ -114,8 +134,8 @@ TEST_F(ViewerTest, ValuesAndAccessFollowTheDeviceWithoutUserAction) {
     window.findChild<QComboBox*>("visibility")->setCurrentText("Expert");
     // Written behind the viewer's back: the row follows through the decoupled signal.
     window.collection().get(IntegerParameterName("@CameraDevice/Width"))->setValue(512, true);
-    auto width = qobject_cast<QSpinBox*>(window.tree().row("Width")->editor());
-    EXPECT_TRUE(eventually([&] { return width->value() == 512; }));
+    QLineEdit* width = lineEditor(window, "Width");
+    EXPECT_TRUE(eventually([&] { return width->text() == "512"; }));
 
     // The polled temperature drifts by a tenth of a degree a second.
     const QString before = rowValue(window, "DeviceTemperature");
@@ -144,8 +164,8 @@ TEST_F(ViewerTest, DetailsSettingsAndScreenshot) {
     window.collection().get(IntegerParameterName("@CameraDevice/Width"))->setValue(320, true);
     ASSERT_TRUE(window.loadSettings(folder.filePath("settings.txt"), report)) << report.toStdString();
     EXPECT_EQ(deviceWidth(), 800);
-    auto width = qobject_cast<QSpinBox*>(window.tree().row("Width")->editor());
-    EXPECT_TRUE(eventually([&] { return width->value() == 800; }));
+    QLineEdit* width = lineEditor(window, "Width");
+    EXPECT_TRUE(eventually([&] { return width->text() == "800"; }));
     // The details of the current feature follow its value.
     EXPECT_TRUE(eventually([&] { return window.detailsText().contains("value\n800\n"); }))
         << window.detailsText().toStdString();
@@ -155,6 +175,106 @@ TEST_F(ViewerTest, DetailsSettingsAndScreenshot) {
     window.findChild<QComboBox*>("visibility")->setCurrentText("Expert");
     QTest::qWait(300);
     EXPECT_TRUE(window.grab().save(VIEWER_SCREENSHOT));
+}
+
+// The viewer shows values as the tool prints them: the feature's representation and precision, the unit
+// beside them, and nothing where a value cannot be read.
+TEST_F(ViewerTest, ValuesShowAsTheToolShowsThem) {
+    window.findChild<QComboBox*>("visibility")->setCurrentText("Guru");
+    for (const char* name : {"TestHexInteger", "GevCurrentIPAddress", "GevMACAddress", "DeviceTemperature", "Gain"}) {
+        CFeatureRow* row = window.tree().row(name);
+        ASSERT_NE(row, nullptr) << name;
+        QLineEdit* line = qobject_cast<QLineEdit*>(row->editor());
+        ASSERT_NE(line, nullptr) << name;
+        EXPECT_EQ(line->text(), row->parameter().toString()) << name;
+    }
+    EXPECT_TRUE(lineEditor(window, "TestHexInteger")->text().startsWith("0x"));
+    EXPECT_EQ(lineEditor(window, "GevCurrentIPAddress")->text(), "192.168.1.42");
+    EXPECT_EQ(window.tree().row("DeviceTemperature")->item()->text(CFeatureRow::UnitColumn), "C");
+    // Written in the form it is shown in.
+    typeInto(lineEditor(window, "GevPersistentIPAddress"), "10.0.0.7");
+    EXPECT_EQ(window.collection().get(IntegerParameterName("@CameraDevice/GevPersistentIPAddress"))->getValue(),
+              (10LL << 24) + 7);
+    // Write-only and not available: blank, not 0.
+    for (const char* name : {"TestWriteOnlyInteger", "AcquisitionFrameCount"}) {
+        ASSERT_NE(window.tree().row(name), nullptr) << name;
+        EXPECT_TRUE(lineEditor(window, name)->text().isEmpty()) << name;
+        EXPECT_TRUE(window.tree().row(name)->item()->data(CFeatureRow::ValueColumn, Qt::UserRole).toString().isEmpty());
+    }
+    // The display name is shown, the feature's name and tooltip are at hand.
+    EXPECT_TRUE(window.tree().row("Width")->item()->toolTip(CFeatureRow::NameColumn).contains("Width of the image"));
+}
+
+// A command that resets the device asks first; declined, nothing happens.
+TEST_F(ViewerTest, ResetCommandsAskFirst) {
+    window.findChild<QComboBox*>("visibility")->setCurrentText("Guru");
+    QStringList asked;
+    bool answer = false;
+    CFeatureRow::confirmCommand = [&](QWidget*, const QString& command) {
+        asked.append(command);
+        return answer;
+    };
+    auto reset = qobject_cast<QPushButton*>(window.tree().row("DeviceReset")->editor());
+    ASSERT_NE(reset, nullptr);
+    window.statusBar()->clearMessage();
+    QTest::mouseClick(reset, Qt::LeftButton);
+    EXPECT_EQ(asked, QStringList{"DeviceReset"});
+    EXPECT_TRUE(window.statusBar()->currentMessage().isEmpty()) << "declined, yet executed";
+    answer = true;
+    QTest::mouseClick(reset, Qt::LeftButton);
+    EXPECT_TRUE(window.statusBar()->currentMessage().startsWith("DeviceReset:"))
+        << window.statusBar()->currentMessage().toStdString();
+    // Other commands run on one click.
+    asked.clear();
+    QTest::mouseClick(qobject_cast<QPushButton*>(window.tree().row("AcquisitionStart")->editor()), Qt::LeftButton);
+    EXPECT_TRUE(asked.isEmpty());
+    CFeatureRow::confirmCommand = nullptr;
+}
+
+// Another device is opened from the window; one that cannot be opened leaves the window as it was.
+TEST_F(ViewerTest, TheDevicePickerOpensAnotherDevice) {
+    QString problem;
+    EXPECT_FALSE(window.openDevice("nonsense", problem));
+    EXPECT_TRUE(problem.contains("nonsense")) << problem.toStdString();
+    EXPECT_EQ(lineEditor(window, "Width")->text(), "640");
+    ASSERT_TRUE(window.openDevice("aravis:fake", problem)) << problem.toStdString();
+    EXPECT_TRUE(window.windowTitle().endsWith("aravis:fake"));
+    EXPECT_EQ(lineEditor(window, "Width")->text(), "512");
+    EXPECT_EQ(window.connectionState(), "Connected");
+    EXPECT_EQ(window.findChild<QComboBox*>("device")->currentText(), "aravis:fake");
+}
+
+// The GigE Vision camera goes away under the window: the window stays, says the device is lost and greys
+// its features out; once the camera is back, Reconnect shows it again.
+TEST(ViewerLostDevice, TheWindowStaysAndReconnects) {
+    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
+        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+    CFakeGigECamera camera;
+    ASSERT_TRUE(camera.start());
+    QThread::msleep(1500);
+    CViewerWindow window(QString("aravis:") + CFakeGigECamera::deviceId);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_EQ(window.connectionState(), "Connected");
+    ASSERT_EQ(lineEditor(window, "Width")->text(), "512");
+
+    camera.stop();
+    typeInto(lineEditor(window, "Width"), "256");
+    EXPECT_TRUE(eventually([&] { return window.connectionState() == "Lost"; }, 15000));
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.tree().isEnabled());
+    EXPECT_TRUE(window.findChild<QAction*>("reconnect")->isEnabled());
+    EXPECT_TRUE(window.findChild<QLabel*>("connectionState")->text().startsWith("Lost"));
+    QTest::qWait(300);
+    EXPECT_TRUE(window.grab().save(VIEWER_LOST_SCREENSHOT));
+
+    ASSERT_TRUE(camera.start());
+    QThread::msleep(1500);
+    QString problem;
+    ASSERT_TRUE(window.reconnect(problem)) << problem.toStdString();
+    EXPECT_EQ(window.connectionState(), "Connected");
+    EXPECT_TRUE(window.tree().isEnabled());
+    EXPECT_EQ(lineEditor(window, "Width")->text(), "512");
 }
 
 TEST_F(ViewerTest, DeviceFilesAreListedUploadedAndDownloaded) {

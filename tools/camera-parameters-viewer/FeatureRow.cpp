@@ -1,19 +1,18 @@
 // Editors per type, their writes, and the row following the device's snapshots.
 #include "FeatureRow.h"
 #include "ParameterPrinter.h"
+#include "ValueCommit.h"
 #include <GenApi/GenApi.h>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QRegularExpression>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QSpinBox>
 #include <QTimer>
 #include <QTreeWidget>
-#include <algorithm>
-#include <limits>
 #include <parametercollection/BooleanParameterData.h>
 #include <parametercollection/EnumParameterData.h>
 #include <parametercollection/Exceptions.h>
@@ -30,22 +29,16 @@ using namespace ParameterCollection;
 
 namespace {
 
-int clampedToInt(qint64 value) {
-    return static_cast<int>(
-        std::clamp<qint64>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+// Reset, reboot and factory-default commands change the whole device; the user confirms them first.
+bool changesTheWholeDevice(const QString& name) {
+    static const QRegularExpression pattern("Reset|Reboot|Restart|FactoryDefault", QRegularExpression::CaseInsensitiveOption);
+    return pattern.match(name).hasMatch();
 }
 
-void showInteger(QSpinBox* spin, const IntegerParameterData& data) {
-    spin->setRange(clampedToInt(data.minimum), clampedToInt(data.maximum));
-    spin->setSingleStep(clampedToInt(qMax<qint64>(1, data.increment)));
-    spin->setValue(clampedToInt(data.value));
-}
-
-void showFloat(QDoubleSpinBox* spin, const FloatParameterData& data) {
-    spin->setDecimals(static_cast<int>(std::clamp<qint64>(data.displayPrecision, 0, 12)));
-    spin->setRange(data.minimum, data.maximum);
-    spin->setSingleStep(data.hasIncrement ? data.increment : (data.maximum - data.minimum) / 100.0);
-    spin->setValue(data.value);
+bool askUser(QWidget* parent, const QString& name) {
+    return QMessageBox::question(parent, QObject::tr("Execute %1").arg(name),
+                                 QObject::tr("%1 resets or restarts the device. Execute it?").arg(name)) ==
+           QMessageBox::Yes;
 }
 
 void showEnumeration(QComboBox* combo, const EnumParameterData& data) {
@@ -56,7 +49,7 @@ void showEnumeration(QComboBox* combo, const EnumParameterData& data) {
     if (combo->findData(data.valueText) < 0)
         combo->addItem(data.valueDisplayName.isEmpty() ? data.valueText : data.valueDisplayName,
                        data.valueText);
-    combo->setCurrentIndex(combo->findData(data.valueText));
+    combo->setCurrentIndex(data.isReadable ? combo->findData(data.valueText) : -1);
 }
 
 }  // namespace
@@ -71,24 +64,55 @@ CFeatureRow::CFeatureRow(QSharedPointer<IParameter> parameter, QTreeWidgetItem* 
 
 CFeatureRow::~CFeatureRow() = default;
 
+std::function<bool(QWidget*, const QString&)> CFeatureRow::confirmCommand = askUser;
+
+// Numbers are edited as the text the tool prints, and committed only when the feature takes them.
 QWidget* CFeatureRow::integerEditor() {
-    auto spin = new QSpinBox;
+    auto line = new QLineEdit;
     auto integer = m_Parameter.dynamicCast<IIntegerParameter>();
-    connect(spin, &QSpinBox::editingFinished, this, [this, spin, integer] {
-        if (spin->value() != integer->getValueOrDefault(spin->value()))
-            write([&] { integer->setValue(spin->value(), true); });
+    connect(line, &QLineEdit::editingFinished, this, [this, line, integer] {
+        commit(line, [&](const ParameterData& data, QString& problem) {
+            qint64 value = 0;
+            if (!CValueCommit::integer(line->text(), static_cast<const IntegerParameterData&>(data), value,
+                                       problem))
+                return false;
+            write([&] { integer->setValue(value, true); });
+            return true;
+        });
     });
-    return spin;
+    return line;
 }
 
 QWidget* CFeatureRow::floatEditor() {
-    auto spin = new QDoubleSpinBox;
+    auto line = new QLineEdit;
     auto floating = m_Parameter.dynamicCast<IFloatParameter>();
-    connect(spin, &QDoubleSpinBox::editingFinished, this, [this, spin, floating] {
-        if (spin->text() != spin->textFromValue(floating->getValueOrDefault(spin->value())))
-            write([&] { floating->setValue(spin->value()); });
+    connect(line, &QLineEdit::editingFinished, this, [this, line, floating] {
+        commit(line, [&](const ParameterData& data, QString& problem) {
+            double value = 0;
+            if (!CValueCommit::floating(line->text(), static_cast<const FloatParameterData&>(data), value,
+                                        problem))
+                return false;
+            write([&] { floating->setValue(value); });
+            return true;
+        });
     });
-    return spin;
+    return line;
+}
+
+// A text that differs from what the device shows is checked against the device's current limits; a
+// refusal is named and the editor shows the device's value again.
+void CFeatureRow::commit(QLineEdit* line,
+                         const std::function<bool(const ParameterData&, QString&)>& checkAndWrite) {
+    guarded([&] {
+        QSharedPointer<const ParameterData> data = m_Parameter->getParameterData();
+        if (!data->isWriteable || line->text() == (data->isReadable ? data->valueText : QString()))
+            return;
+        QString problem;
+        if (!checkAndWrite(*data, problem)) {
+            emit refused(m_Parameter->getName() + ": " + problem + "; nothing was written.");
+            refresh();
+        }
+    });
 }
 
 QWidget* CFeatureRow::enumerationEditor() {
@@ -111,7 +135,9 @@ QWidget* CFeatureRow::booleanEditor() {
 QWidget* CFeatureRow::commandEditor() {
     auto button = new QPushButton(tr("Execute"));
     auto command = m_Parameter.dynamicCast<ICommandParameter>();
-    connect(button, &QPushButton::clicked, this, [this, command] {
+    connect(button, &QPushButton::clicked, this, [this, button, command] {
+        if (changesTheWholeDevice(command->getName()) && !confirmCommand(button, command->getName()))
+            return;
         write([&] { command->execute(true); });
         watchCommandUntilDone();
     });
@@ -158,14 +184,35 @@ void CFeatureRow::createEditor() {
 
 // The device's answer wins: after a refused write the editor shows the device's value again.
 void CFeatureRow::write(const std::function<void()>& change) {
-    try {
-        change();
-    } catch (const Core::Exception::BaseException& error) {
-        emit refused(m_Parameter->getName() + ": " + error.getMessage());
-    } catch (const GenICam::GenericException& error) {
-        emit refused(m_Parameter->getName() + ": " + QString::fromUtf8(error.GetDescription()));
-    }
+    const bool done = guarded(change);
     refresh();
+    if (done)
+        emit written(m_Parameter->getName() + ": " + m_Item->data(ValueColumn, Qt::UserRole).toString());
+}
+
+// Nothing thrown leaves an event handler: a refused value is named as such, any other failure as one of
+// the device, which may have stopped answering.
+bool CFeatureRow::guarded(const std::function<void()>& action) {
+    const QString name = m_Parameter->getName() + ": ";
+    try {
+        action();
+        return true;
+    } catch (const Core::Exception::ArgumentException& refusal) {
+        emit refused(name + refusal.getMessage());
+    } catch (const Core::Exception::ArgumentOutOfRangeException& refusal) {
+        emit refused(name + refusal.getMessage());
+    } catch (const Core::Exception::InvalidOperationException& refusal) {
+        emit refused(name + refusal.getMessage());
+    } catch (const Core::Exception::BaseException& failure) {
+        emit deviceFailed(name + failure.getMessage());
+    } catch (const GenICam::GenericException& failure) {
+        emit deviceFailed(name + QString::fromUtf8(failure.GetDescription()));
+    } catch (const std::exception& failure) {
+        emit deviceFailed(name + QString::fromUtf8(failure.what()));
+    } catch (...) {
+        emit deviceFailed(name + tr("unknown failure"));
+    }
+    return false;
 }
 
 void CFeatureRow::watchCommandUntilDone() {
@@ -176,10 +223,7 @@ void CFeatureRow::watchCommandUntilDone() {
     auto timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, [this, timer, command] {
         bool done = true;
-        try {
-            done = command->isDone();
-        } catch (const Core::Exception::BaseException&) {
-        }
+        guarded([&] { done = command->isDone(); });
         if (done) {
             timer->deleteLater();
             refresh();
@@ -189,11 +233,9 @@ void CFeatureRow::watchCommandUntilDone() {
 }
 
 void CFeatureRow::refresh() {
-    try {
-        showSnapshot(*m_Parameter->getParameterData());
-    } catch (const Core::Exception::BaseException& error) {
+    if (!guarded([this] { showSnapshot(*m_Parameter->getParameterData()); })) {
         m_Item->setText(AccessColumn, QStringLiteral("NA"));
-        m_Item->setToolTip(ValueColumn, error.getMessage());
+        m_Item->setData(ValueColumn, Qt::UserRole, QString());
         if (m_Editor)
             m_Editor->setEnabled(false);
     }
@@ -204,33 +246,31 @@ void CFeatureRow::showSnapshot(const ParameterData& data) {
     m_Item->setText(UnitColumn, m_Unit);
     m_Item->setText(AccessColumn,
                     CParameterPrinter::accessText(data.isImplemented, data.isReadable, data.isWriteable));
-    m_Item->setData(ValueColumn, Qt::UserRole, data.valueText);
-    m_Item->setToolTip(ValueColumn, data.valueText);
+    m_Item->setData(ValueColumn, Qt::UserRole, data.isReadable ? data.valueText : QString());
     if (!m_Editor)
         return;
     const QSignalBlocker blocker(m_Editor);
+    // Values that cannot be read (not available, write only) show blank, never a stale or zero value.
+    const QString shown = data.isReadable ? data.valueText : QString();
     switch (data.parameterType) {
-        case ParameterType_Integer:
-            if (auto spin = qobject_cast<QSpinBox*>(m_Editor))
-                showInteger(spin, static_cast<const IntegerParameterData&>(data));
-            break;
-        case ParameterType_Float:
-            if (auto spin = qobject_cast<QDoubleSpinBox*>(m_Editor))
-                showFloat(spin, static_cast<const FloatParameterData&>(data));
-            break;
         case ParameterType_Enumeration:
             if (auto combo = qobject_cast<QComboBox*>(m_Editor))
                 showEnumeration(combo, static_cast<const EnumParameterData&>(data));
             break;
         case ParameterType_Boolean:
             if (auto check = qobject_cast<QCheckBox*>(m_Editor))
-                check->setChecked(static_cast<const BooleanParameterData&>(data).value);
+                check->setCheckState(!data.isReadable ? Qt::PartiallyChecked
+                                     : static_cast<const BooleanParameterData&>(data).value ? Qt::Checked
+                                                                                              : Qt::Unchecked);
             break;
         default:
-            if (auto line = qobject_cast<QLineEdit*>(m_Editor))
-                line->setText(data.valueText);
-            else if (auto label = qobject_cast<QLabel*>(m_Editor))
-                label->setText(data.valueText);
+            if (auto line = qobject_cast<QLineEdit*>(m_Editor)) {
+                if (!line->hasFocus() || !line->isModified())
+                    line->setText(shown);
+                line->setModified(false);
+            } else if (auto label = qobject_cast<QLabel*>(m_Editor)) {
+                label->setText(shown);
+            }
     }
     m_Editor->setEnabled(data.isWriteable);
 }

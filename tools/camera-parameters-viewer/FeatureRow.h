@@ -6,9 +6,12 @@
 #include <QObject>
 #include <QPointer>
 #include <QSharedPointer>
+#include <exception>
 #include <functional>
 #include <parametercollection/IParameter.h>
+#include <parametercollection/ParameterData.h>
 
+class QLineEdit;
 class QTreeWidgetItem;
 class QWidget;
 
@@ -34,6 +37,14 @@ signals:
     void refused(const QString& message);
     // The row shows a new snapshot of the device.
     void refreshed(CFeatureRow* row);
+    // A write the device took, with the value it shows now; the refusal of an earlier one is over.
+    void written(const QString& message);
+    // A call failed for another reason than a refused value: the device may have stopped answering.
+    void deviceFailed(const QString& message);
+
+public:
+    // Asks the user before a command that resets or restarts the device; a test answers for the user.
+    static std::function<bool(QWidget* parent, const QString& command)> confirmCommand;
 
 private:
     // The editor for the parameter's type, connected to write what the user enters.
@@ -45,6 +56,9 @@ private:
     QWidget* commandEditor();
     QWidget* stringEditor();
     void write(const std::function<void()>& change);
+    void commit(QLineEdit* line,
+                const std::function<bool(const ParameterCollection::ParameterData&, QString&)>& checkAndWrite);
+    bool guarded(const std::function<void()>& action);
     void showSnapshot(const ParameterCollection::ParameterData& data);
     void watchCommandUntilDone();
 

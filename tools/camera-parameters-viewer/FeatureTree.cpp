@@ -9,6 +9,12 @@ using namespace ParameterCollection;
 namespace {
 constexpr int visibilityRole = Qt::UserRole + 1;
 constexpr int featureRole = Qt::UserRole + 2;
+constexpr int nameRole = Qt::UserRole + 3;
+
+// The feature's name and the description's tooltip, for the name column.
+QString tooltipOf(const QString& name, const QString& tooltip) {
+    return tooltip.isEmpty() ? name : name + "\n" + tooltip;
+}
 }  // namespace
 
 const QStringList CFeatureTree::visibilities = {"Beginner", "Expert", "Guru"};
@@ -36,8 +42,11 @@ void CFeatureTree::addNode(const QJsonObject& object, QTreeWidgetItem* parent) {
     if (name.isEmpty() || type == "IEnumEntry" || type == "IPort")
         return;
     QTreeWidgetItem* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(this);
-    item->setText(CFeatureRow::NameColumn, name);
-    item->setToolTip(CFeatureRow::NameColumn, object["displayName"].toString());
+    // People read the display name; the feature's name is kept for lookups, filters and the tooltip.
+    const QString displayName = object["displayName"].toString();
+    item->setText(CFeatureRow::NameColumn, displayName.isEmpty() ? name : displayName);
+    item->setData(CFeatureRow::NameColumn, nameRole, name);
+    item->setToolTip(CFeatureRow::NameColumn, name);
     const int visibility = visibilities.indexOf(object["visibility"].toString());
     item->setData(CFeatureRow::NameColumn, visibilityRole, visibility < 0 ? visibilities.size() : visibility);
     if (type == "ICategory") {
@@ -52,10 +61,14 @@ void CFeatureTree::addNode(const QJsonObject& object, QTreeWidgetItem* parent) {
     if (!parameter)
         return;
     item->setData(CFeatureRow::NameColumn, featureRole, true);
+    item->setToolTip(CFeatureRow::NameColumn,
+                     tooltipOf(name, parameter->getAdvancedParameterAccess()->getPropertyOrDefault("Tooltip", "")));
     auto row = new CFeatureRow(parameter, item);
     row->setParent(this);
     connect(row, &CFeatureRow::refused, this, &CFeatureTree::refused);
     connect(row, &CFeatureRow::refreshed, this, &CFeatureTree::refreshed);
+    connect(row, &CFeatureRow::deviceFailed, this, &CFeatureTree::deviceFailed);
+    connect(row, &CFeatureRow::written, this, &CFeatureTree::written);
     row->createEditor();
     if (!m_Rows.contains(name))
         m_Rows.insert(name, row);
@@ -82,7 +95,8 @@ bool CFeatureTree::applyFilters(QTreeWidgetItem* item) {
             anyChild = applyFilters(item->child(i)) || anyChild;
         shown = shown && anyChild;
     } else if (!m_Filter.isEmpty()) {
-        shown = shown && item->text(CFeatureRow::NameColumn).contains(m_Filter, Qt::CaseInsensitive);
+        shown = shown && (item->text(CFeatureRow::NameColumn).contains(m_Filter, Qt::CaseInsensitive) ||
+                          item->data(CFeatureRow::NameColumn, nameRole).toString().contains(m_Filter, Qt::CaseInsensitive));
     }
     item->setHidden(!shown);
     return shown;
@@ -104,7 +118,7 @@ QStringList CFeatureTree::shownFeatures() const {
 
 QSharedPointer<IParameter> CFeatureTree::currentParameter() const {
     QTreeWidgetItem* item = currentItem();
-    CFeatureRow* found = item ? m_Rows.value(item->text(CFeatureRow::NameColumn)) : nullptr;
+    CFeatureRow* found = item ? m_Rows.value(item->data(CFeatureRow::NameColumn, nameRole).toString()) : nullptr;
     return found ? m_Collection.get(ParameterName("@CameraDevice/" + found->parameter().getName()))
                  : QSharedPointer<IParameter>();
 }

@@ -32,6 +32,8 @@ public:
 signals:
     void refused(const QString& message);
     void refreshed(CFeatureRow* row);
+    void deviceFailed(const QString& message);
+    void written(const QString& message);
 
 private:
     void addNode(const QJsonObject& object, QTreeWidgetItem* parent);

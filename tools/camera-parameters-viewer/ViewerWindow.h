@@ -11,6 +11,10 @@
 #include <memory>
 
 class CDeviceFilesCommands;
+class QAction;
+class QComboBox;
+class QLabel;
+class QSplitter;
 class QTextBrowser;
 class QTimer;
 
@@ -18,7 +22,7 @@ class CViewerWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Opens the device ("sim", "aravis:fake", "aravis:ID"); throws what CDeviceSession throws.
+    // Opens the device ("sim", "aravis:fake", "aravis:ID", "file:PATH"); throws what CDeviceSession throws.
     explicit CViewerWindow(const QString& device, QWidget* parent = nullptr);
     ~CViewerWindow() override;
 
@@ -28,9 +32,20 @@ public:
     // The camera device's settings to and from a file; the text says what happened, failures by name.
     bool saveSettings(const QString& path, QString& report);
     bool loadSettings(const QString& path, QString& report);
+    // Closes the device and opens another (or the same again); on failure the window keeps what it had
+    // and answers the reason.
+    bool openDevice(const QString& device, QString& problem);
+    // Opens the lost device again and shows its features afresh.
+    bool reconnect(QString& problem);
+    // What the window says of the device: "Connected", "Read only" or "Lost".
+    QString connectionState() const;
 
 private:
     void buildToolBar();
+    void buildDeviceBar();
+    void showTree();
+    void updateConnectionState();
+    void deviceFailed(const QString& message);
     void showDetails();
     void poll();
     bool runSettingsCommand(const std::function<int(CDeviceFilesCommands&)>& command, QString& report);
@@ -39,6 +54,12 @@ private:
     CFeatureTree* m_Tree;
     QTextBrowser* m_Details;
     QTimer* m_PollTimer;
+    QSplitter* m_Splitter;
+    QComboBox* m_DevicePicker = nullptr;
+    QLabel* m_State = nullptr;
+    QAction* m_Reconnect = nullptr;
+    QString m_Visibility = "Beginner";
+    QString m_Filter;
     QElapsedTimer m_SincePoll;
 };
 
