@@ -97,11 +97,11 @@ TEST(ParameterNamesTool, BadInputNamesTheFileAndNodeAndWritesNothing) {
     // and nothing is written for them.
     run = generate({"--help"});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_TRUE(run.out.contains("parameter-names header")) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains("header --namespace NS --prefix @NodeMap")) << run.out.toStdString();
     run = generate({"list", SIMULATED_CAMERA_DESCRIPTION, "--output"});
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains("--output needs a value"));
-    for (const char* bad : {"My-Cam", "1Cam", "A::", "::A", "A:::B", ""}) {
+    for (const char* bad : {"My-Cam", "1Cam", "A::", "::A", "A:::B", "", "class", "Vendor::namespace"}) {
         run = generate({"header", "--namespace", bad, "--prefix", "@CameraDevice",
                         SIMULATED_CAMERA_DESCRIPTION, "--output", output});
         EXPECT_EQ(run.exitCode, 2) << bad;

@@ -1,5 +1,6 @@
 // Option parsing of camera-parameters.
 #include "ToolOptions.h"
+#include "CommandHelp.h"
 
 namespace {
 
@@ -40,6 +41,9 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
     } else if (option == "--all") {
         allNodes = true;
     } else if (option == "--help" || option == "-h") {
+        help = true;
+    } else if (option == "--man") {
+        man = true;
         help = true;
     } else if (option == "--device" && hasValue) {
         device = all.at(++index);
@@ -111,44 +115,78 @@ QList<QPair<QString, QString>> CToolOptions::settings() const {
     return pairs;
 }
 
+namespace {
+
+// The commands, options and exit codes: --help and the manual page are both made from this table.
+const CCommandHelp& commandHelp() {
+    static const CCommandHelp help(
+        "camera-parameters",
+        "Lists, reads, writes and watches the parameters of a camera through the ParameterCollection "
+        "library. The default device is the simulated camera, so that it runs without hardware.",
+        "camera-parameters [--device sim|aravis:fake|aravis:ID|file:DESCRIPTION.xml] [--json] COMMAND "
+        "[ARGUMENTS]",
+        {{"Commands",
+          {{"list [--visibility V] [--filter TEXT] [--all]", "features with type, access, visibility, value"},
+           {"get NAME...", "values of parameters, read from the device afresh; R[0xADDRESS] or "
+                           "R[0xADDRESS:LENGTH] reads a register"},
+           {"set NAME=VALUE... | set NAME VALUE",
+            "write values in order, showing each; stops at the first refusal; R[0xADDRESS]=VALUE writes a "
+            "register in the description's byte order"},
+           {"watch NAME... [--seconds S]", "print each change while the device is polled"},
+           {"relations NAME", "category features, selected and selecting features, and the category path"},
+           {"dump", "every parameter as one JSON object a line"},
+           {"devices", "the devices Aravis finds, by the name --device takes, with model, protocol and address"},
+           {"tree [NAME] [--visibility V]",
+            "the category tree with types, access and values (--json: the tree as JSON)"},
+           {"describe NAME", "texts, type, access, limits, entries, selectors, alias and register address "
+                             "of one feature"},
+           {"execute NAME [--seconds S]", "execute a command and wait until done"},
+           {"genicam", "the device's camera description (XML)"},
+           {"save FILE [--allow-empty]", "the camera's settings to a feature file; a device that marks "
+                                         "nothing streamable fails unless --allow-empty"},
+           {"load FILE [--verify]", "settings from a feature file, with how many were applied and each "
+                                    "refusal on its own line; --verify reads them back and names every "
+                                    "difference"},
+           {"files", "the device's files with size and access"},
+           {"file get NAME [OUTPUT]", "a device file to OUTPUT (or standard output)"},
+           {"file put NAME INPUT", "a local file to a device file"},
+           {"shell", "read commands from the terminal until quit; 'reconnect' opens a lost device again; "
+                     "Ctrl-C ends a watch, not the shell"},
+           {"validate FILE", "check a camera description against its GenICam schema, its pointers and "
+                             "formulas, and load it (no device)"},
+           {"help, -h, --help", "this text"}},
+          "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device."},
+         {"Options",
+          {{"--device DEVICE", "sim (the simulated camera, default), aravis:fake (Aravis' fake camera), "
+                               "aravis:ID (a camera Aravis finds) or file:DESCRIPTION.xml (a description "
+                               "over registers in memory, for browsing)"},
+           {"--json", "one JSON object a line, numbers as numbers; errors as one object with the exit code "
+                      "on standard error"},
+           {"--visibility V", "Beginner, Expert, Guru (default) or Invisible"},
+           {"--filter TEXT", "only names that contain the text, in any case"},
+           {"--all", "every node, not only features"},
+           {"--seconds S", "how long watch runs, how long execute waits"}},
+          ""},
+         {"Exit codes",
+          {{"0", "done"},
+           {"1", "device or other failure (a device that stopped answering)"},
+           {"2", "wrong usage"},
+           {"3", "unknown parameter"},
+           {"4", "value refused"},
+           {"5", "parameter not writable or not readable"},
+           {"6", "device not found"},
+           {"7", "feature file unreadable or without settings"},
+           {"130", "interrupted (Ctrl-C)"}},
+          ""}});
+    return help;
+}
+
+}  // namespace
+
 QString CToolOptions::usage() {
-    return "Usage: camera-parameters [--device sim|aravis:fake|aravis:ID] [--json] COMMAND [ARGUMENTS]\n"
-           "\n"
-           "Commands:\n"
-           "  list [--visibility V] [--filter TEXT] [--all]   features with type, access, visibility, value\n"
-           "  get NAME...                                      values of parameters\n"
-           "  set NAME=VALUE... | set NAME VALUE               write values in order, showing each; stops\n"
-           "                                                   at the first refusal\n"
-           "  watch NAME... [--seconds S]                      print each change while the device is polled\n"
-           "  relations NAME                                   category features, selected and selecting\n"
-           "                                                   features, and the category path\n"
-           "  dump                                             every parameter as one JSON object a line\n"
-           "  devices                                          the devices Aravis finds\n"
-           "  tree [NAME] [--visibility V]                     the category tree with types, access and\n"
-           "                                                   values (--json: the tree as JSON)\n"
-           "  describe NAME                                    texts, type, access, limits, entries,\n"
-           "                                                   selectors and alias of one feature\n"
-           "  execute NAME [--seconds S]                       execute a command and wait until done\n"
-           "  genicam                                          the device's camera description (XML)\n"
-           "  save FILE [--allow-empty]                        the camera's settings to a feature file; a\n"
-           "                                                   device that marks nothing streamable fails\n"
-           "                                                   unless --allow-empty\n"
-           "  load FILE [--verify]                             settings from a feature file, with how many\n"
-           "                                                   were applied and each refusal on its own\n"
-           "                                                   line; --verify reads them back and names\n"
-           "                                                   every difference\n"
-           "  files                                            the device's files with size and access\n"
-           "  file get NAME [OUTPUT]                           a device file to OUTPUT (or standard output)\n"
-           "  file put NAME INPUT                              a local file to a device file\n"
-           "  shell                                            read commands from the terminal until quit;\n"
-           "                                                   'reconnect' opens a lost device again\n"
-           "  help, -h, --help                                 this text\n"
-           "  validate FILE                                    check a camera description against its\n"
-           "                                                   GenICam schema and load it (no device)\n"
-           "\n"
-           "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device.\n"
-           "Visibilities: Beginner, Expert, Guru (default), Invisible.\n"
-           "Exit codes: 0 done, 1 device or other failure, 2 wrong usage, 3 unknown parameter,\n"
-           "4 value refused, 5 parameter not writable or not readable, 6 device not found,\n"
-           "7 feature file unreadable or without settings.\n";
+    return QString::fromStdString(commandHelp().usage());
+}
+
+QString CToolOptions::manPage() {
+    return QString::fromStdString(commandHelp().manPage());
 }

@@ -15,11 +15,14 @@ public:
     bool valid() const { return m_Error.isEmpty(); }
     const QString& errorText() const { return m_Error; }
     static QString usage();
+    // The manual page (roff), made from the same table as usage().
+    static QString manPage();
 
     QString device = "sim";
     bool json = false;
     bool allNodes = false;
     bool help = false;
+    bool man = false;  // --man: print the manual page
     bool verify = false;
     bool allowEmpty = false;      // save: an empty feature stream is no failure
     QString visibility = "Guru";  // the most expert visibility listed

@@ -83,7 +83,7 @@ int main(int argc, char** argv) {
     QTextStream err(stderr);
     const CToolOptions options(QCoreApplication::arguments().mid(1));
     if (options.help) {
-        out << CToolOptions::usage();
+        out << (options.man ? CToolOptions::manPage() : CToolOptions::usage());
         return CParameterTool::Done;
     }
     // A shell reports each of its commands itself.
