@@ -5,7 +5,9 @@
 #define TESTS_FAKEGIGECAMERA_H
 
 #include "FakeCameraLock.h"
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <string>
 #include <sys/prctl.h>
@@ -19,6 +21,20 @@ public:
     static constexpr const char* deviceId = "Aravis-Fake-GV01";
 
     CFakeGigECamera() = default;
+
+    // True when the program is on the PATH.
+    static bool installed() {
+        const char* path = getenv("PATH");
+        std::string folders = path ? path : "";
+        for (size_t start = 0; start <= folders.size();) {
+            const size_t end = std::min(folders.find(':', start), folders.size());
+            const std::string candidate = folders.substr(start, end - start) + "/" + program;
+            if (end > start && access(candidate.c_str(), X_OK) == 0)
+                return true;
+            start = end + 1;
+        }
+        return false;
+    }
     ~CFakeGigECamera() { stop(); }
     CFakeGigECamera(const CFakeGigECamera&) = delete;
     CFakeGigECamera& operator=(const CFakeGigECamera&) = delete;

@@ -16,12 +16,12 @@ EAccessMode CPortNode::naturalAccessMode() const {
     if (!map().servedByDevice())
         return NI;
     switch (map().deviceControl()) {
-    case EDeviceControl::ControlledElsewhere:
-        return RO;
-    case EDeviceControl::Lost:
-        return NA;
-    default:
-        return RW;
+        case EDeviceControl::ControlledElsewhere:
+            return RO;
+        case EDeviceControl::Lost:
+            return NA;
+        default:
+            return RW;
     }
 }
 

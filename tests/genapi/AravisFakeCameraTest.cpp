@@ -1,7 +1,11 @@
-// The engine over a device Aravis opens: its fake camera, which needs no network.
+// The engine over devices Aravis opens: its fake camera, which needs no network, and its fake GigE Vision
+// camera on loopback.
+#include "../FakeGigECamera.h"
 #include <GenApi/GenApi.h>
 #include <GenApiEngine/AravisDevices.h>
+#include <chrono>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace GenApi;
 
@@ -79,4 +83,47 @@ TEST_F(AravisFakeCameraTest, PortAndMetadataOfADeviceMap) {
     };
     CTestPortStruct<Memory> userPort;
     EXPECT_FALSE(map()->Connect(&userPort, "Device"));
+}
+
+// Aravis' fake GigE Vision camera on 127.0.0.1: the device port follows who controls the camera. The
+// controlling map reads and writes; a second one, opened while the first holds control, reads and refuses
+// writes at once; once the camera stops answering its heartbeat the first map's port is not available, so
+// no value kept from before is served.
+TEST(AravisGigEVisionControl, ThePortFollowsWhoControlsTheDevice) {
+    if (!CFakeGigECamera::installed())
+        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+    CFakeGigECamera camera;
+    ASSERT_TRUE(camera.start());
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    CNodeMapRef controlling(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
+    EXPECT_EQ(GenApiEngine::deviceControl(controlling._Ptr), GenApiEngine::EDeviceControl::Controlling);
+    CIntegerPtr width = controlling._GetNode("Width");
+    EXPECT_EQ(width->GetAccessMode(), RW);
+    width->SetValue(256);
+
+    {
+        CNodeMapRef watching(GenApiEngine::openAravisDevice(CFakeGigECamera::deviceId));
+        EXPECT_EQ(GenApiEngine::deviceControl(watching._Ptr),
+                  GenApiEngine::EDeviceControl::ControlledElsewhere);
+        CIntegerPtr watchedWidth = watching._GetNode("Width");
+        EXPECT_EQ(watchedWidth->GetAccessMode(), RO);
+        EXPECT_EQ(watchedWidth->GetValue(), 256);
+        const auto started = std::chrono::steady_clock::now();
+        EXPECT_THROW(watchedWidth->SetValue(512), GenICam::AccessException);
+        EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(500));
+    }
+    // A map over a device without a control channel has no such state.
+    EXPECT_EQ(GenApiEngine::deviceControl(CNodeMapRef(GenApiEngine::createAravisFakeDevice())._Ptr),
+              GenApiEngine::EDeviceControl::NotApplicable);
+
+    EXPECT_EQ(width->GetValue(), 256);  // kept: the description lets it be cached
+    camera.stop();
+    const auto stopped = std::chrono::steady_clock::now();
+    while (GenApiEngine::deviceControl(controlling._Ptr) != GenApiEngine::EDeviceControl::Lost &&
+           std::chrono::steady_clock::now() - stopped < std::chrono::seconds(20)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    ASSERT_EQ(GenApiEngine::deviceControl(controlling._Ptr), GenApiEngine::EDeviceControl::Lost);
+    EXPECT_EQ(width->GetAccessMode(), NA);
+    EXPECT_THROW(width->GetValue(), GenICam::AccessException);
 }

@@ -14,7 +14,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-
 TEST(CameraParametersTool, ListsGetsAndSetsOnTheSimulatedCamera) {
     SRun run = runTool({"list"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
@@ -211,7 +210,6 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     }
 }
 
-
 TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     if (QStandardPaths::findExecutable("tmux").isEmpty())
         GTEST_SKIP() << "tmux is not installed";
@@ -252,7 +250,6 @@ TEST(CameraParametersTool, ShellKeepsTheDeviceOpenAndCompletesNames) {
     EXPECT_TRUE(ended) << "the shell did not end on quit";
     tmux({"kill-session", "-t", session});
 }
-
 
 // Commands piped into the shell give their own output only, no prompts (in JSON too), and the shell's
 // exit code tells that one of them failed.

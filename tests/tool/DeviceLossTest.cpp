@@ -48,7 +48,8 @@ TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
     EXPECT_TRUE(err.contains("Device '" + device + "' ")) << err.toStdString();
     EXPECT_TRUE(err.contains("stopped answering") || err.contains("is lost")) << err.toStdString();
     // One clear line: no message of the library's worker thread, and the line is ended.
-    EXPECT_FALSE(err.contains("std::exception") || err.contains("could not be forwarded")) << err.toStdString();
+    EXPECT_FALSE(err.contains("std::exception") || err.contains("could not be forwarded"))
+        << err.toStdString();
     EXPECT_TRUE(err.endsWith('\n'));
 }
 
@@ -73,7 +74,8 @@ TEST(CameraParametersTool, AShellNamesALostDeviceAndReconnects) {
     shell.write("get Width\n");
     waitFor(shell, err, QProcess::StandardError, "'reconnect' opens", 30000);
     EXPECT_TRUE(err.contains("Device '" + device + "' ")) << err.toStdString();
-    EXPECT_EQ(out.count("@CameraDevice/Width"), 1) << "a kept value was shown as current: " << out.toStdString();
+    EXPECT_EQ(out.count("@CameraDevice/Width"), 1)
+        << "a kept value was shown as current: " << out.toStdString();
     // Known lost now: the next command says so at once.
     QElapsedTimer clock;
     clock.start();
@@ -109,7 +111,8 @@ TEST(CameraParametersTool, ControlHeldByAnotherApplicationIsNamed) {
 
     SRun run = runTool({"--device", device, "get", "Width"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.out.contains(QRegularExpression("Width +Integer +RO +Beginner +512"))) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains(QRegularExpression("Width +Integer +RO +Beginner +512")))
+        << run.out.toStdString();
     EXPECT_TRUE(run.err.contains("is controlled by another application")) << run.err.toStdString();
 
     QElapsedTimer clock;
@@ -146,4 +149,3 @@ TEST(CameraParametersTool, DevicesAreListedAsTheDeviceOptionTakesThem) {
     const SRun opened = runTool({"--device", line.section(' ', 0, 0), "get", "Width"});
     EXPECT_EQ(opened.exitCode, 0) << opened.err.toStdString();
 }
-

@@ -47,7 +47,8 @@ TEST(CameraParametersTool, JsonFromEveryCommandWithErrorsAndNumbers) {
     EXPECT_TRUE(run.out.isEmpty()) << run.out.toStdString();
     QJsonObject error = json(run.err);
     EXPECT_EQ(error["exitCode"].toInt(), 4);
-    EXPECT_TRUE(error["errors"].toArray().at(0).toString().startsWith("Value '5000' refused")) << run.err.toStdString();
+    EXPECT_TRUE(error["errors"].toArray().at(0).toString().startsWith("Value '5000' refused"))
+        << run.err.toStdString();
     run = runTool({"--json", "get", "Widht"});
     EXPECT_EQ(json(run.err)["exitCode"].toInt(), 3);
     run = runTool({"--json", "frobnicate"});
@@ -63,7 +64,8 @@ TEST(CameraParametersTool, JsonFromEveryCommandWithErrorsAndNumbers) {
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_GT(json(run.out)["saved"].toInt(), 0);
     run = runTool({"--json", "load", settings});
-    EXPECT_EQ(json(run.out)["loaded"].toInt(), json(runTool({"--json", "save", settings}).out)["saved"].toInt());
+    EXPECT_EQ(json(run.out)["loaded"].toInt(),
+              json(runTool({"--json", "save", settings}).out)["saved"].toInt());
 
     // The other commands: one object a line.
     run = runTool({"--json", "execute", "DeviceReset"});

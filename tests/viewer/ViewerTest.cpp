@@ -181,7 +181,8 @@ TEST_F(ViewerTest, DetailsSettingsAndScreenshot) {
 // beside them, and nothing where a value cannot be read.
 TEST_F(ViewerTest, ValuesShowAsTheToolShowsThem) {
     window.findChild<QComboBox*>("visibility")->setCurrentText("Guru");
-    for (const char* name : {"TestHexInteger", "GevCurrentIPAddress", "GevMACAddress", "DeviceTemperature", "Gain"}) {
+    for (const char* name :
+         {"TestHexInteger", "GevCurrentIPAddress", "GevMACAddress", "DeviceTemperature", "Gain"}) {
         CFeatureRow* row = window.tree().row(name);
         ASSERT_NE(row, nullptr) << name;
         QLineEdit* line = qobject_cast<QLineEdit*>(row->editor());
@@ -193,16 +194,23 @@ TEST_F(ViewerTest, ValuesShowAsTheToolShowsThem) {
     EXPECT_EQ(window.tree().row("DeviceTemperature")->item()->text(CFeatureRow::UnitColumn), "C");
     // Written in the form it is shown in.
     typeInto(lineEditor(window, "GevPersistentIPAddress"), "10.0.0.7");
-    EXPECT_EQ(window.collection().get(IntegerParameterName("@CameraDevice/GevPersistentIPAddress"))->getValue(),
-              (10LL << 24) + 7);
+    EXPECT_EQ(
+        window.collection().get(IntegerParameterName("@CameraDevice/GevPersistentIPAddress"))->getValue(),
+        (10LL << 24) + 7);
     // Write-only and not available: blank, not 0.
     for (const char* name : {"TestWriteOnlyInteger", "AcquisitionFrameCount"}) {
         ASSERT_NE(window.tree().row(name), nullptr) << name;
         EXPECT_TRUE(lineEditor(window, name)->text().isEmpty()) << name;
-        EXPECT_TRUE(window.tree().row(name)->item()->data(CFeatureRow::ValueColumn, Qt::UserRole).toString().isEmpty());
+        EXPECT_TRUE(window.tree()
+                        .row(name)
+                        ->item()
+                        ->data(CFeatureRow::ValueColumn, Qt::UserRole)
+                        .toString()
+                        .isEmpty());
     }
     // The display name is shown, the feature's name and tooltip are at hand.
-    EXPECT_TRUE(window.tree().row("Width")->item()->toolTip(CFeatureRow::NameColumn).contains("Width of the image"));
+    EXPECT_TRUE(
+        window.tree().row("Width")->item()->toolTip(CFeatureRow::NameColumn).contains("Width of the image"));
 }
 
 // A command that resets the device asks first; declined, nothing happens.
@@ -226,7 +234,8 @@ TEST_F(ViewerTest, ResetCommandsAskFirst) {
         << window.statusBar()->currentMessage().toStdString();
     // Other commands run on one click.
     asked.clear();
-    QTest::mouseClick(qobject_cast<QPushButton*>(window.tree().row("AcquisitionStart")->editor()), Qt::LeftButton);
+    QTest::mouseClick(qobject_cast<QPushButton*>(window.tree().row("AcquisitionStart")->editor()),
+                      Qt::LeftButton);
     EXPECT_TRUE(asked.isEmpty());
     CFeatureRow::confirmCommand = nullptr;
 }

@@ -31,7 +31,8 @@ namespace {
 
 // Reset, reboot and factory-default commands change the whole device; the user confirms them first.
 bool changesTheWholeDevice(const QString& name) {
-    static const QRegularExpression pattern("Reset|Reboot|Restart|FactoryDefault", QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression pattern("Reset|Reboot|Restart|FactoryDefault",
+                                            QRegularExpression::CaseInsensitiveOption);
     return pattern.match(name).hasMatch();
 }
 
@@ -261,7 +262,7 @@ void CFeatureRow::showSnapshot(const ParameterData& data) {
             if (auto check = qobject_cast<QCheckBox*>(m_Editor))
                 check->setCheckState(!data.isReadable ? Qt::PartiallyChecked
                                      : static_cast<const BooleanParameterData&>(data).value ? Qt::Checked
-                                                                                              : Qt::Unchecked);
+                                                                                            : Qt::Unchecked);
             break;
         default:
             if (auto line = qobject_cast<QLineEdit*>(m_Editor)) {

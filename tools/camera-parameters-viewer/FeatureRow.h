@@ -56,8 +56,9 @@ private:
     QWidget* commandEditor();
     QWidget* stringEditor();
     void write(const std::function<void()>& change);
-    void commit(QLineEdit* line,
-                const std::function<bool(const ParameterCollection::ParameterData&, QString&)>& checkAndWrite);
+    void commit(
+        QLineEdit* line,
+        const std::function<bool(const ParameterCollection::ParameterData&, QString&)>& checkAndWrite);
     bool guarded(const std::function<void()>& action);
     void showSnapshot(const ParameterCollection::ParameterData& data);
     void watchCommandUntilDone();

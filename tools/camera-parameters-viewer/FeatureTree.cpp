@@ -61,8 +61,9 @@ void CFeatureTree::addNode(const QJsonObject& object, QTreeWidgetItem* parent) {
     if (!parameter)
         return;
     item->setData(CFeatureRow::NameColumn, featureRole, true);
-    item->setToolTip(CFeatureRow::NameColumn,
-                     tooltipOf(name, parameter->getAdvancedParameterAccess()->getPropertyOrDefault("Tooltip", "")));
+    item->setToolTip(
+        CFeatureRow::NameColumn,
+        tooltipOf(name, parameter->getAdvancedParameterAccess()->getPropertyOrDefault("Tooltip", "")));
     auto row = new CFeatureRow(parameter, item);
     row->setParent(this);
     connect(row, &CFeatureRow::refused, this, &CFeatureTree::refused);
@@ -96,7 +97,9 @@ bool CFeatureTree::applyFilters(QTreeWidgetItem* item) {
         shown = shown && anyChild;
     } else if (!m_Filter.isEmpty()) {
         shown = shown && (item->text(CFeatureRow::NameColumn).contains(m_Filter, Qt::CaseInsensitive) ||
-                          item->data(CFeatureRow::NameColumn, nameRole).toString().contains(m_Filter, Qt::CaseInsensitive));
+                          item->data(CFeatureRow::NameColumn, nameRole)
+                              .toString()
+                              .contains(m_Filter, Qt::CaseInsensitive));
     }
     item->setHidden(!shown);
     return shown;
@@ -118,7 +121,8 @@ QStringList CFeatureTree::shownFeatures() const {
 
 QSharedPointer<IParameter> CFeatureTree::currentParameter() const {
     QTreeWidgetItem* item = currentItem();
-    CFeatureRow* found = item ? m_Rows.value(item->data(CFeatureRow::NameColumn, nameRole).toString()) : nullptr;
+    CFeatureRow* found =
+        item ? m_Rows.value(item->data(CFeatureRow::NameColumn, nameRole).toString()) : nullptr;
     return found ? m_Collection.get(ParameterName("@CameraDevice/" + found->parameter().getName()))
                  : QSharedPointer<IParameter>();
 }

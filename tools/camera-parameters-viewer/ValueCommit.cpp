@@ -47,7 +47,8 @@ bool CValueCommit::integer(const QString& typed, const IntegerParameterData& dat
         return false;
     }
     if (data.increment > 1 && (value - data.minimum) % data.increment != 0) {
-        problem = QString("%1 is not %2 plus a multiple of %3").arg(value).arg(data.minimum).arg(data.increment);
+        problem =
+            QString("%1 is not %2 plus a multiple of %3").arg(value).arg(data.minimum).arg(data.increment);
         return false;
     }
     return true;
@@ -71,7 +72,8 @@ bool CValueCommit::floating(const QString& typed, const FloatParameterData& data
     if (data.hasIncrement && data.increment > 0) {
         const double steps = (value - data.minimum) / data.increment;
         if (std::fabs(steps - std::round(steps)) > 1e-6) {
-            problem = QString("%1 is not %2 plus a multiple of %3").arg(text).arg(data.minimum).arg(data.increment);
+            problem =
+                QString("%1 is not %2 plus a multiple of %3").arg(text).arg(data.minimum).arg(data.increment);
             return false;
         }
     }

@@ -138,7 +138,8 @@ bool CViewerWindow::openDevice(const QString& device, QString& problem) {
     try {
         opened.reset(new CDeviceSession(device));
     } catch (const GenICam::GenericException& error) {
-        problem = tr("The device '%1' cannot be opened: %2").arg(device, QString::fromUtf8(error.GetDescription()));
+        problem =
+            tr("The device '%1' cannot be opened: %2").arg(device, QString::fromUtf8(error.GetDescription()));
         return false;
     } catch (const std::exception& error) {
         problem = tr("The device '%1' cannot be opened: %2").arg(device, QString::fromUtf8(error.what()));
@@ -167,7 +168,8 @@ bool CViewerWindow::reconnect(QString& problem) {
 QString CViewerWindow::connectionState() const {
     if (m_Session->lost())
         return "Lost";
-    return m_Session->control() == GenApiEngine::EDeviceControl::ControlledElsewhere ? "Read only" : "Connected";
+    return m_Session->control() == GenApiEngine::EDeviceControl::ControlledElsewhere ? "Read only"
+                                                                                     : "Connected";
 }
 
 // A lost device greys its features out: what they show is what it said before it stopped answering.
@@ -182,7 +184,8 @@ void CViewerWindow::updateConnectionState() {
         {"Lost", tr("Lost: the device stopped answering; Reconnect opens it again")}};
     m_State->setText(texts.value(state));
     m_State->setStyleSheet(lost ? "QLabel { background: #c62828; color: white; font-weight: bold; }"
-                                : state == "Read only" ? "QLabel { background: #f9a825; }" : QString());
+                           : state == "Read only" ? "QLabel { background: #f9a825; }"
+                                                  : QString());
 }
 
 void CViewerWindow::deviceFailed(const QString& message) {

@@ -18,9 +18,10 @@ const CCommandHelp& commandHelp() {
         "editor per type, details of the chosen feature, settings saved and loaded, and the device's files.",
         "camera-parameters-viewer [--device sim|aravis:fake|aravis:ID|file:DESCRIPTION.xml]",
         {{"Options",
-          {{"--device DEVICE", "sim (the simulated camera, default), aravis:fake (Aravis' fake camera), aravis:ID "
-                               "(a camera Aravis finds) or file:DESCRIPTION.xml (a description over registers "
-                               "in memory)"},
+          {{"--device DEVICE",
+            "sim (the simulated camera, default), aravis:fake (Aravis' fake camera), aravis:ID "
+            "(a camera Aravis finds) or file:DESCRIPTION.xml (a description over registers "
+            "in memory)"},
            {"--help, -h", "this text"}},
           "A number is written when committed (Enter or leaving the field), only if the feature takes it; "
           "a refusal is shown in the status bar and the field shows the device's value again. Commands that "

@@ -24,11 +24,11 @@ void printJson(const QString& path, const std::vector<GenApiEngine::SSchemaViola
                const QString& refusal, QTextStream& out) {
     QJsonArray list;
     for (const GenApiEngine::SSchemaViolation& problem : problems)
-        list.append(QJsonObject{{"line", problem.line}, {"message", QString::fromStdString(problem.message)}});
+        list.append(
+            QJsonObject{{"line", problem.line}, {"message", QString::fromStdString(problem.message)}});
     if (!refusal.isEmpty())
         list.append(QJsonObject{{"line", 0}, {"message", refusal}});
-    CParameterPrinter(out, true).printObject(
-        {{"file", path}, {"valid", list.isEmpty()}, {"problems", list}});
+    CParameterPrinter(out, true).printObject({{"file", path}, {"valid", list.isEmpty()}, {"problems", list}});
 }
 
 }  // namespace
@@ -68,6 +68,7 @@ int validateDescriptionFile(const QString& path, QTextStream& out, QTextStream& 
         return 0;
     }
     out << path << ": " << violations.size() << " schema violation(s), " << links.size()
-        << " missing node(s) or formula error(s)" << (refusal.isEmpty() ? "" : ", refused by the loader") << "\n";
+        << " missing node(s) or formula error(s)" << (refusal.isEmpty() ? "" : ", refused by the loader")
+        << "\n";
     return 1;
 }

@@ -75,7 +75,8 @@ int CDeviceFilesCommands::save(const QString& path, bool allowEmpty) {
         m_Err << "Cannot write '" << path << "': " << file.errorString() << "\n";
         return CParameterTool::Failed;
     }
-    report("Saved " + QString::number(settings) + " settings to " + path, {{"saved", settings}, {"file", path}});
+    report("Saved " + QString::number(settings) + " settings to " + path,
+           {{"saved", settings}, {"file", path}});
     return CParameterTool::Done;
 }
 
@@ -174,7 +175,8 @@ int CDeviceFilesCommands::files() {
             access = accessOfSelectedFile(*openMode);
         }
         report(name.leftJustified(24) + bytes.rightJustified(10) + "  " + access,
-               {{"name", name}, {"size", bytes == "-" ? QJsonValue() : QJsonValue(bytes.toDouble())},
+               {{"name", name},
+                {"size", bytes == "-" ? QJsonValue() : QJsonValue(bytes.toDouble())},
                 {"access", access}});
     }
     return CParameterTool::Done;

@@ -17,7 +17,8 @@ int CErrorReport::finish(int exitCode) {
     QJsonArray errors;
     for (const QString& line : m_Text.split('\n', Qt::SkipEmptyParts))
         errors.append(line);
-    m_Err << QJsonDocument(QJsonObject{{"exitCode", exitCode}, {"errors", errors}}).toJson(QJsonDocument::Compact)
+    m_Err << QJsonDocument(QJsonObject{{"exitCode", exitCode}, {"errors", errors}})
+                 .toJson(QJsonDocument::Compact)
           << "\n";
     m_Err.flush();
     m_Text.clear();

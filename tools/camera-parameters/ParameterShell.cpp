@@ -37,10 +37,9 @@ char** complete(const char* text, int, int) {
     return rl_completion_matches(text, nextCompletion);
 }
 
-const QStringList shellCommands = {"list", "get",      "set",     "watch",   "relations", "dump",
-                                   "tree", "describe", "genicam", "execute", "validate",  "devices",
-                                   "help", "quit",     "save",    "load",    "files",     "file",
-                                   "reconnect"};
+const QStringList shellCommands = {"list",     "get",     "set",     "watch",    "relations", "dump", "tree",
+                                   "describe", "genicam", "execute", "validate", "devices",   "help", "quit",
+                                   "save",     "load",    "files",   "file",     "reconnect"};
 
 void onInterrupt(int) {
     CParameterTool::requestInterrupt();

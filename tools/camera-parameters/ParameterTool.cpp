@@ -264,7 +264,7 @@ int CParameterTool::watch() {
                     m_Printer.printObject(change);
                 } else {
                     m_Out << QString::number(change["time"].toDouble(), 'f', 3) << "  " << raw->getFullName()
-                      << " = " << data->valueText << "\n";
+                          << " = " << data->valueText << "\n";
                 }
                 m_Out.flush();
             },

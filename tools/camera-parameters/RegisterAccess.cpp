@@ -14,7 +14,7 @@ const QRegularExpression registerName("^R\\[(0[xX][0-9a-fA-F]+|[0-9]+)(?::([0-9]
 bool parseInteger(const QString& text, qint64& value) {
     bool ok = false;
     value = text.startsWith("0x", Qt::CaseInsensitive) ? text.mid(2).toLongLong(&ok, 16)
-                                                      : text.toLongLong(&ok, 10);
+                                                       : text.toLongLong(&ok, 10);
     return ok;
 }
 
@@ -32,8 +32,9 @@ CRegisterAccess::CRegisterAccess(INodeMap* nodeMap, const QString& name) : m_Nod
     const QRegularExpressionMatch match = registerName.match(name);
     qint64 address = 0;
     if (!match.hasMatch() || !parseInteger(match.captured(1), address))
-        throw std::invalid_argument("'" + name.toStdString() + "' is no register: use R[0xADDRESS] or "
-                                                                 "R[0xADDRESS:LENGTH].");
+        throw std::invalid_argument("'" + name.toStdString() +
+                                    "' is no register: use R[0xADDRESS] or "
+                                    "R[0xADDRESS:LENGTH].");
     m_Address = address;
     if (!match.captured(2).isEmpty())
         m_Length = match.captured(2).toLongLong();

@@ -127,41 +127,50 @@ const CCommandHelp& commandHelp() {
         "[ARGUMENTS]",
         {{"Commands",
           {{"list [--visibility V] [--filter TEXT] [--all]", "features with type, access, visibility, value"},
-           {"get NAME...", "values of parameters, read from the device afresh; R[0xADDRESS] or "
-                           "R[0xADDRESS:LENGTH] reads a register"},
+           {"get NAME...",
+            "values of parameters, read from the device afresh; R[0xADDRESS] or "
+            "R[0xADDRESS:LENGTH] reads a register"},
            {"set NAME=VALUE... | set NAME VALUE",
             "write values in order, showing each; stops at the first refusal; R[0xADDRESS]=VALUE writes a "
             "register in the description's byte order"},
            {"watch NAME... [--seconds S]", "print each change while the device is polled"},
            {"relations NAME", "category features, selected and selecting features, and the category path"},
            {"dump", "every parameter as one JSON object a line"},
-           {"devices", "the devices Aravis finds, by the name --device takes, with model, protocol and address"},
+           {"devices",
+            "the devices Aravis finds, by the name --device takes, with model, protocol and address"},
            {"tree [NAME] [--visibility V]",
             "the category tree with types, access and values (--json: the tree as JSON)"},
-           {"describe NAME", "texts, type, access, limits, entries, selectors, alias and register address "
-                             "of one feature"},
+           {"describe NAME",
+            "texts, type, access, limits, entries, selectors, alias and register address "
+            "of one feature"},
            {"execute NAME [--seconds S]", "execute a command and wait until done"},
            {"genicam", "the device's camera description (XML)"},
-           {"save FILE [--allow-empty]", "the camera's settings to a feature file; a device that marks "
-                                         "nothing streamable fails unless --allow-empty"},
-           {"load FILE [--verify]", "settings from a feature file, with how many were applied and each "
-                                    "refusal on its own line; --verify reads them back and names every "
-                                    "difference"},
+           {"save FILE [--allow-empty]",
+            "the camera's settings to a feature file; a device that marks "
+            "nothing streamable fails unless --allow-empty"},
+           {"load FILE [--verify]",
+            "settings from a feature file, with how many were applied and each "
+            "refusal on its own line; --verify reads them back and names every "
+            "difference"},
            {"files", "the device's files with size and access"},
            {"file get NAME [OUTPUT]", "a device file to OUTPUT (or standard output)"},
            {"file put NAME INPUT", "a local file to a device file"},
-           {"shell", "read commands from the terminal until quit; 'reconnect' opens a lost device again; "
-                     "Ctrl-C ends a watch, not the shell"},
-           {"validate FILE", "check a camera description against its GenICam schema, its pointers and "
-                             "formulas, and load it (no device)"},
+           {"shell",
+            "read commands from the terminal until quit; 'reconnect' opens a lost device again; "
+            "Ctrl-C ends a watch, not the shell"},
+           {"validate FILE",
+            "check a camera description against its GenICam schema, its pointers and "
+            "formulas, and load it (no device)"},
            {"help, -h, --help", "this text"}},
           "NAME is a full name such as @CameraDevice/Width or a bare feature name of the camera device."},
          {"Options",
-          {{"--device DEVICE", "sim (the simulated camera, default), aravis:fake (Aravis' fake camera), "
-                               "aravis:ID (a camera Aravis finds) or file:DESCRIPTION.xml (a description "
-                               "over registers in memory, for browsing)"},
-           {"--json", "one JSON object a line, numbers as numbers; errors as one object with the exit code "
-                      "on standard error"},
+          {{"--device DEVICE",
+            "sim (the simulated camera, default), aravis:fake (Aravis' fake camera), "
+            "aravis:ID (a camera Aravis finds) or file:DESCRIPTION.xml (a description "
+            "over registers in memory, for browsing)"},
+           {"--json",
+            "one JSON object a line, numbers as numbers; errors as one object with the exit code "
+            "on standard error"},
            {"--visibility V", "Beginner, Expert, Guru (default) or Invisible"},
            {"--filter TEXT", "only names that contain the text, in any case"},
            {"--all", "every node, not only features"},

@@ -29,7 +29,9 @@ const CCommandHelp& commandHelp() {
            {"catalogue --output FILE LIST.txt...", "the entries of the library's catalogue from list files"},
            {"help, -h, --help", "this text"}},
           "Output files are written whole or not at all."},
-         {"Exit codes", {{"0", "done"}, {"1", "a description or list that cannot be read"}, {"2", "wrong usage"}}, ""}});
+         {"Exit codes",
+          {{"0", "done"}, {"1", "a description or list that cannot be read"}, {"2", "wrong usage"}},
+          ""}});
     return help;
 }
 
@@ -73,16 +75,20 @@ void emit(const SArguments& arguments, const std::string& text) {
 // The words C++ keeps for itself, which no namespace can be named.
 bool isKeyword(const std::string& word) {
     static const std::set<std::string> keywords = {
-        "alignas", "alignof", "and", "and_eq", "asm", "auto", "bitand", "bitor", "bool", "break", "case",
-        "catch", "char", "char8_t", "char16_t", "char32_t", "class", "compl", "concept", "const", "consteval",
-        "constexpr", "constinit", "const_cast", "continue", "co_await", "co_return", "co_yield", "decltype",
-        "default", "delete", "do", "double", "dynamic_cast", "else", "enum", "explicit", "export", "extern",
-        "false", "float", "for", "friend", "goto", "if", "inline", "int", "long", "mutable", "namespace",
-        "new", "noexcept", "not", "not_eq", "nullptr", "operator", "or", "or_eq", "private", "protected",
-        "public", "register", "reinterpret_cast", "requires", "return", "short", "signed", "sizeof", "static",
-        "static_assert", "static_cast", "struct", "switch", "template", "this", "thread_local", "throw",
-        "true", "try", "typedef", "typeid", "typename", "union", "unsigned", "using", "virtual", "void",
-        "volatile", "wchar_t", "while", "xor", "xor_eq"};
+        "alignas",     "alignof",   "and",        "and_eq",    "asm",      "auto",         "bitand",
+        "bitor",       "bool",      "break",      "case",      "catch",    "char",         "char8_t",
+        "char16_t",    "char32_t",  "class",      "compl",     "concept",  "const",        "consteval",
+        "constexpr",   "constinit", "const_cast", "continue",  "co_await", "co_return",    "co_yield",
+        "decltype",    "default",   "delete",     "do",        "double",   "dynamic_cast", "else",
+        "enum",        "explicit",  "export",     "extern",    "false",    "float",        "for",
+        "friend",      "goto",      "if",         "inline",    "int",      "long",         "mutable",
+        "namespace",   "new",       "noexcept",   "not",       "not_eq",   "nullptr",      "operator",
+        "or",          "or_eq",     "private",    "protected", "public",   "register",     "reinterpret_cast",
+        "requires",    "return",    "short",      "signed",    "sizeof",   "static",       "static_assert",
+        "static_cast", "struct",    "switch",     "template",  "this",     "thread_local", "throw",
+        "true",        "try",       "typedef",    "typeid",    "typename", "union",        "unsigned",
+        "using",       "virtual",   "void",       "volatile",  "wchar_t",  "while",        "xor",
+        "xor_eq"};
     return keywords.count(word) > 0;
 }
 
