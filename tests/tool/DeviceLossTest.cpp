@@ -4,16 +4,11 @@
 #include "ToolTestSupport.h"
 #include <QElapsedTimer>
 #include <QRegularExpression>
-#include <QStandardPaths>
 #include <gtest/gtest.h>
 
 namespace {
 
 const QString device = QString("aravis:") + CFakeGigECamera::deviceId;
-
-bool fakeCameraMissing() {
-    return QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty();
-}
 
 // Waits until the process has printed the text on the channel, or the milliseconds pass; answers all of
 // that channel's output so far.
@@ -31,12 +26,23 @@ QString waitFor(QProcess& process, QString& seen, QProcess::ProcessChannel chann
 
 }  // namespace
 
-TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
-    if (fakeCameraMissing())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+// Each test starts with the camera running and found on the network.
+class CameraParametersToolOnGigE : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!CFakeGigECamera::installed())
+            GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
+        ASSERT_TRUE(startCamera());
+    }
+    bool startCamera() {
+        const bool started = camera.start();
+        QThread::msleep(1500);
+        return started;
+    }
     CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
-    QThread::msleep(1500);
+};
+
+TEST_F(CameraParametersToolOnGigE, WatchReportsADeviceThatStopsAnswering) {
     QProcess watch;
     watch.start(CAMERA_PARAMETERS_TOOL, {"--device", device, "watch", "Width", "--seconds", "60"});
     ASSERT_TRUE(watch.waitForStarted(5000));
@@ -55,12 +61,7 @@ TEST(CameraParametersTool, WatchReportsADeviceThatStopsAnswering) {
 
 // A shell names a device that went away instead of showing what it read before, and reconnect opens it
 // again once it is back.
-TEST(CameraParametersTool, AShellNamesALostDeviceAndReconnects) {
-    if (fakeCameraMissing())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
-    CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
-    QThread::msleep(1500);
+TEST_F(CameraParametersToolOnGigE, AShellNamesALostDeviceAndReconnects) {
     QProcess shell;
     shell.start(CAMERA_PARAMETERS_TOOL, {"--device", device, "shell"});
     ASSERT_TRUE(shell.waitForStarted(5000));
@@ -84,8 +85,7 @@ TEST(CameraParametersTool, AShellNamesALostDeviceAndReconnects) {
     EXPECT_LT(clock.elapsed(), 2000);
     EXPECT_TRUE(err.contains("Device '" + device + "' is lost")) << err.toStdString();
 
-    ASSERT_TRUE(camera.start());
-    QThread::msleep(1500);
+    ASSERT_TRUE(startCamera());
     shell.write("reconnect\nget Width\nquit\n");
     waitFor(shell, out, QProcess::StandardOutput, "opened again", 20000);
     ASSERT_TRUE(shell.waitForFinished(20000) || shell.state() == QProcess::NotRunning);
@@ -98,12 +98,7 @@ TEST(CameraParametersTool, AShellNamesALostDeviceAndReconnects) {
 
 // While another application holds control of the camera, features are read and writes are refused at
 // once, naming the reason.
-TEST(CameraParametersTool, ControlHeldByAnotherApplicationIsNamed) {
-    if (fakeCameraMissing())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
-    CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
-    QThread::msleep(1500);
+TEST_F(CameraParametersToolOnGigE, ControlHeldByAnotherApplicationIsNamed) {
     QProcess holder;
     holder.start(CAMERA_PARAMETERS_TOOL, {"--device", device, "watch", "Width", "--seconds", "40"});
     QString held;
@@ -128,11 +123,7 @@ TEST(CameraParametersTool, ControlHeldByAnotherApplicationIsNamed) {
 }
 
 // Devices are listed by the name --device takes, with their model, protocol and address.
-TEST(CameraParametersTool, DevicesAreListedAsTheDeviceOptionTakesThem) {
-    if (QStandardPaths::findExecutable(CFakeGigECamera::program).isEmpty())
-        GTEST_SKIP() << CFakeGigECamera::program << " is not installed";
-    CFakeGigECamera camera;
-    ASSERT_TRUE(camera.start());
+TEST_F(CameraParametersToolOnGigE, DevicesAreListedAsTheDeviceOptionTakesThem) {
     QString line;
     for (int attempt = 0; attempt < 10 && line.isEmpty(); ++attempt) {
         QThread::msleep(500);
