@@ -154,17 +154,29 @@ TEST(CameraParametersTool, TreeDescribeGenicamExecuteAndHelp) {
     run = runTool({"tree", "ImageFormatControl", "--visibility", "Beginner"});
     EXPECT_TRUE(run.out.startsWith("ImageFormatControl\n"));
     EXPECT_FALSE(run.out.contains("PayloadSize"));  // an Expert feature
-    run = runTool({"--json", "tree"});
+    // As JSON: one object, in the terms of list (full names, type names, values as numbers), children on
+    // categories and only there.
+    run = runTool({"--json", "tree", "--visibility", "Beginner"});
+    EXPECT_EQ(run.out.count('\n'), 1);
     const QJsonObject tree = QJsonDocument::fromJson(run.out.toUtf8()).object();
-    EXPECT_EQ(tree["identifier"].toString(), "Root");
+    EXPECT_EQ(tree["name"].toString(), "@CameraDevice/Root");
     EXPECT_FALSE(tree["children"].toArray().isEmpty());
-    std::function<int(const QJsonObject&)> featuresWithChildren = [&](const QJsonObject& node) {
-        int count = node["type"].toString() != "ICategory" && node.contains("children");
+    QStringList types;
+    QJsonObject treeWidth;
+    std::function<int(const QJsonObject&)> misplacedChildren = [&](const QJsonObject& node) {
+        types.append(node["type"].toString());
+        if (node["name"].toString() == "@CameraDevice/Width")
+            treeWidth = node;
+        int count = (node["type"].toString() == "Category") != node.contains("children");
         for (const QJsonValue& child : node["children"].toArray())
-            count += featuresWithChildren(child.toObject());
+            count += misplacedChildren(child.toObject());
         return count;
     };
-    EXPECT_EQ(featuresWithChildren(tree), 0);
+    EXPECT_EQ(misplacedChildren(tree), 0);
+    EXPECT_TRUE(types.contains("Integer") && types.contains("Enumeration"));
+    EXPECT_FALSE(types.contains("IInteger"));
+    EXPECT_EQ(treeWidth["value"].toDouble(), 640);
+    EXPECT_FALSE(run.out.contains("PayloadSize"));  // an Expert feature
     run = runTool({"tree", "NoSuchCategory"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_TRUE(run.err.contains("NoSuchCategory"));

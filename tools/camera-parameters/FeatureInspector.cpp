@@ -81,7 +81,7 @@ int CFeatureInspector::tree(const QString& name) {
     }
     const QJsonObject json = categoriesOnly(Internal::CNodemapToJsonConverter::getJson(root));
     if (m_Json) {
-        m_Out << QJsonDocument(json).toJson(QJsonDocument::Indented);
+        m_Printer.printObject(jsonTree(json));
         return CParameterTool::Done;
     }
     printTree(json, 0);
@@ -106,6 +106,29 @@ void CFeatureInspector::printTree(const QJsonObject& object, int depth) {
     m_Out << line << "\n";
     for (const QJsonValue& child : object["children"].toArray())
         printTree(child.toObject(), depth + 1);
+}
+
+// The tree in the terms list and get use: full names, the same type names, access and values on features;
+// categories, and only they, have children. What the visibility hides is left out.
+QJsonObject CFeatureInspector::jsonTree(const QJsonObject& node) {
+    const QString name = "@CameraDevice/" + node["identifier"].toString();
+    QJsonObject object;
+    if (node["type"].toString() == "ICategory") {
+        object = {{"name", name}, {"type", "Category"}, {"visibility", node["visibility"]}};
+        QJsonArray children;
+        for (const QJsonValue& child : node["children"].toArray()) {
+            if (visibilityOrder.indexOf(child.toObject()["visibility"].toString()) <= m_MaxVisibility)
+                children.append(jsonTree(child.toObject()));
+        }
+        object["children"] = children;
+    } else if (QSharedPointer<IParameter> parameter = m_Collection.get(ParameterName(name))) {
+        object = m_Printer.describe(*parameter, false);
+    } else {
+        object = {
+            {"name", name}, {"type", node["type"].toString().mid(1)}, {"visibility", node["visibility"]}};
+    }
+    object["displayName"] = node["displayName"];
+    return object;
 }
 
 QJsonObject CFeatureInspector::description(IParameter& parameter) {

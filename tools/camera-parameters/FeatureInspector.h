@@ -23,6 +23,7 @@ public:
     // Executes a command and waits (up to `seconds`) until the device reports it done.
     int execute(const QString& name, double seconds);
 
+    QJsonObject jsonTree(const QJsonObject& node);
     static void insertPlace(QJsonObject& object, GenApi::INode* node);
     QJsonObject description(ParameterCollection::IParameter& parameter);
 
