@@ -70,6 +70,8 @@ TEST(CameraParametersTool, JsonFromEveryCommandWithErrorsAndNumbers) {
     // The other commands: one object a line.
     run = runTool({"--json", "execute", "DeviceReset"});
     EXPECT_TRUE(json(run.out)["done"].toBool()) << run.out.toStdString();
+    run = runTool({"--json", "genicam"});
+    EXPECT_TRUE(json(run.out)["description"].toString().contains("<RegisterDescription"));
     run = runTool({"--json", "files"});
     const QList<QJsonObject> files = jsonLines(run.out);
     ASSERT_FALSE(files.isEmpty());

@@ -201,7 +201,11 @@ int CFeatureInspector::describe(const QString& name) {
 
 int CFeatureInspector::genicam() {
     try {
-        m_Out << QString::fromStdString(GenApiEngine::descriptionText(m_NodeMap));
+        const QString xml = QString::fromStdString(GenApiEngine::descriptionText(m_NodeMap));
+        if (m_Json)
+            m_Printer.printObject({{"description", xml}});
+        else
+            m_Out << xml;
     } catch (const GenICam::GenericException& e) {
         m_Err << "No camera description: " << e.GetDescription() << "\n";
         return CParameterTool::Failed;
