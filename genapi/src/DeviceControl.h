@@ -13,7 +13,9 @@ class CDeviceControl {
 public:
     // Listens for the device's loss of control; devices of other transports always answer NotApplicable.
     explicit CDeviceControl(ArvDevice* device);
-    ~CDeviceControl();
+    // Stops listening. The flag the heartbeat thread sets stays until this object goes, which the map lets
+    // happen only after releasing the device, when that thread has ended.
+    void disconnect();
     CDeviceControl(const CDeviceControl&) = delete;
     CDeviceControl& operator=(const CDeviceControl&) = delete;
 
@@ -22,8 +24,8 @@ public:
 private:
     ArvDevice* m_Device;
     gulong m_Handler = 0;
-    // Owned by the signal connection, so that an emission under way when the map goes finds it alive.
-    std::atomic<bool>* m_Lost = nullptr;
+    bool m_GigEVision = false;
+    std::atomic<bool> m_Lost{false};
 };
 
 }  // namespace GenApiEngine

@@ -130,13 +130,17 @@ CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, c
     }
 }
 
+// The device goes before the control watch: releasing it ends its heartbeat thread, which may still be
+// setting the watch's flag.
 CNodeMapImpl::~CNodeMapImpl() {
-    m_Control.reset();
+    if (m_Control)
+        m_Control->disconnect();
     m_Nodes.clear();
     destroyRetired();
     if (m_OwnsDevice)
         g_object_unref(m_Genicam);
     g_object_unref(m_Device);
+    m_Control.reset();
 }
 
 const std::vector<CNodeBase*>& CNodeMapImpl::selectedBy(const CNodeBase* selector) const {
