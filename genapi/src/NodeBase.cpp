@@ -453,9 +453,23 @@ void CNodeBase::GetParents(NodeList_t& Parents) const {
     GetChildren(Parents, ctParentNodes);
 }
 
+namespace {
+
+// The type a callback was registered for: GenApi keeps it in a protected member, which a class derived
+// from the callback base may name.
+struct SCallbackType : CNodeCallback {
+    static ECallbackType of(const CNodeCallback* callback) {
+        constexpr ECallbackType CNodeCallback::*type = &SCallbackType::m_CallbackType;
+        return callback->*type;
+    }
+};
+
+}  // namespace
+
 CallbackHandleType CNodeBase::RegisterCallback(CNodeCallback* pCallback) {
     CMapEntry entry(m_Map);
     m_Callbacks.push_back(pCallback);
+    m_OutsideCallbacks += SCallbackType::of(pCallback) == cbPostOutsideLock;
     m_Map.countCallbacks(1);
     return reinterpret_cast<CallbackHandleType>(pCallback);
 }
@@ -468,6 +482,7 @@ bool CNodeBase::DeregisterCallback(CallbackHandleType hCallback) {
         return false;
     CNodeCallback* callback = *found;
     m_Callbacks.erase(found);
+    m_OutsideCallbacks -= SCallbackType::of(callback) == cbPostOutsideLock;
     m_Map.countCallbacks(-1);
     m_Map.retire(callback);
     return true;
@@ -480,6 +495,11 @@ bool CNodeBase::isRegistered(CNodeCallback* callback) const {
 // Inside the lock: each callback still registered at its turn is called, so that a callback may
 // deregister itself or others.
 void CNodeBase::fireCallbacks(ECallbackType type) {
+    // The common case, one callback, needs no copy of the list: it is registered now.
+    if (m_Callbacks.size() == 1) {
+        callSafely(m_Callbacks.front(), type);
+        return;
+    }
     const std::vector<CNodeCallback*> snapshot = m_Callbacks;
     for (CNodeCallback* callback : snapshot) {
         if (isRegistered(callback))

@@ -78,6 +78,10 @@ public:
     ArvGcNode* arvNode() const { return m_ArvNode; }
     // Only nodes with callbacks are collected for firing after a change.
     bool hasCallbacks() const { return !m_Callbacks.empty(); }
+    // Only nodes with cbPostOutsideLock callbacks take part in the firing after the lock is released.
+    bool hasOutsideCallbacks() const { return m_OutsideCallbacks > 0; }
+    // Set while the node waits in the map's list of nodes to call back; kept by the map.
+    mutable bool m_QueuedForCallbacks = false;
     // Calls the callbacks registered for the given type, with the map lock held.
     void fireCallbacks(GenApi::ECallbackType type);
     // Calls the cbPostOutsideLock callbacks without holding the map lock.
@@ -228,6 +232,7 @@ private:
     mutable GenApi::EYesNo m_AccessCacheable = GenApi::_UndefinedYesNo;
     GenApi::EVisibility m_ImposedVisibility = GenApi::Beginner;
     std::vector<GenApi::CNodeCallback*> m_Callbacks;
+    int m_OutsideCallbacks = 0;
     GenApi::UserData_t m_UserData = nullptr;
     bool m_IsFeature = false;
     mutable int m_AccessDepth = 0;

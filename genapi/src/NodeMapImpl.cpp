@@ -283,6 +283,15 @@ void CNodeMapImpl::leave() const {
         return;
     }
     fireInsideLock();
+    // Nodes without cbPostOutsideLock callbacks have nothing to call after the lock is released.
+    m_FiredInside.erase(std::remove_if(m_FiredInside.begin(), m_FiredInside.end(),
+                                       [](CNodeBase* node) { return !node->hasOutsideCallbacks(); }),
+                        m_FiredInside.end());
+    if (m_FiredInside.empty()) {
+        --m_Depth;
+        m_Lock->Unlock();
+        return;
+    }
     std::vector<CNodeBase*> outside;
     outside.swap(m_FiredInside);
     if (!outside.empty())
@@ -316,16 +325,18 @@ void CNodeMapImpl::destroyRetired() const {
 
 void CNodeMapImpl::fireInsideLock() const {
     for (int round = 0; round < 100 && !m_Pending.empty(); ++round) {
-        std::vector<CNodeBase*> batch;
-        batch.swap(m_Pending);
-        m_PendingSet.clear();
-        for (CNodeBase* node : batch) {
+        m_Batch.swap(m_Pending);
+        for (CNodeBase* node : m_Batch)
+            node->m_QueuedForCallbacks = false;
+        for (CNodeBase* node : m_Batch) {
             node->fireCallbacks(cbPostInsideLock);
             m_FiredInside.push_back(node);
         }
+        m_Batch.clear();
     }
+    for (CNodeBase* node : m_Pending)
+        node->m_QueuedForCallbacks = false;
     m_Pending.clear();
-    m_PendingSet.clear();
     if (m_SuppressMode == csmOnce)
         const_cast<CNodeMapImpl*>(this)->m_SuppressMode = csmOff;
 }
@@ -360,10 +371,16 @@ const std::vector<CNodeBase*>& CNodeMapImpl::calledBackWith(CNodeBase* node, boo
     return reach.calledBack[written];
 }
 
+void CNodeMapImpl::queueCallback(CNodeBase* node) const {
+    if (node->hasCallbacks() && !node->m_QueuedForCallbacks) {
+        node->m_QueuedForCallbacks = true;
+        m_Pending.push_back(node);
+    }
+}
+
 void CNodeMapImpl::queueCallbacks(const std::vector<CNodeBase*>& nodes) const {
     for (CNodeBase* node : nodes) {
-        if (node->hasCallbacks() && m_PendingSet.insert(node).second)
-            m_Pending.push_back(node);
+        queueCallback(node);
     }
 }
 
@@ -390,8 +407,7 @@ void CNodeMapImpl::InvalidateNodes() const {
     if (m_SuppressMode != csmOff)
         return;
     for (const std::unique_ptr<CNodeBase>& node : m_Nodes) {
-        if (node->hasCallbacks() && m_PendingSet.insert(node.get()).second)
-            m_Pending.push_back(node.get());
+        queueCallback(node.get());
     }
 }
 

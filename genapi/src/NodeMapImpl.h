@@ -138,6 +138,7 @@ private:
     // The nodes GenApi calls back when a node is written or invalidated, worked out once per node.
     const std::vector<CNodeBase*>& calledBackWith(CNodeBase* node, bool written) const;
     void queueCallbacks(const std::vector<CNodeBase*>& nodes) const;
+    void queueCallback(CNodeBase* node) const;
     void fireInsideLock() const;
     void destroyRetired() const;
 
@@ -176,7 +177,8 @@ private:
     mutable int64_t m_CallbackCount = 0;
     mutable int m_Depth = 0;
     mutable std::vector<CNodeBase*> m_Pending;
-    mutable std::set<CNodeBase*> m_PendingSet;
+    // The nodes being called back in one round, kept so that firing allocates nothing once warm.
+    mutable std::vector<CNodeBase*> m_Batch;
     mutable std::vector<CNodeBase*> m_FiredInside;
     mutable int m_OutsideFirings = 0;
     mutable std::vector<GenApi::CNodeCallback*> m_Retired;

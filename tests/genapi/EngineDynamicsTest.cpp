@@ -105,6 +105,38 @@ TEST_F(EngineDynamicsTest, CallbacksAreDeregisteredByHandle) {
     EXPECT_EQ(freeCallbackCalls, 1);
 }
 
+// Each callback fires for its own type once per change, however registrations of both types come and go.
+TEST_F(EngineDynamicsTest, CallbacksFireByTheirTypeAsRegistrationsComeAndGo) {
+    CCallbackRecorder inside, outside;
+    const CallbackHandleType widthInside = Register(node("Width"), inside, &CCallbackRecorder::onChange);
+    CallbackHandleType payloadOutside =
+        Register(node("PayloadSize"), outside, &CCallbackRecorder::onChange, cbPostOutsideLock);
+    integer("Width")->SetValue(320);
+    integer("Width")->SetValue(336);
+    EXPECT_EQ(inside.count("Width"), 2);
+    EXPECT_EQ(outside.count("PayloadSize"), 2);  // a dependent, called back after the lock is released
+
+    node("PayloadSize")->DeregisterCallback(payloadOutside);
+    integer("Width")->SetValue(352);
+    EXPECT_EQ(inside.count("Width"), 3);
+    EXPECT_EQ(outside.count("PayloadSize"), 2);
+
+    // The same node with both types, then the inside one gone.
+    const CallbackHandleType widthOutside =
+        Register(node("Width"), outside, &CCallbackRecorder::onChange, cbPostOutsideLock);
+    integer("Width")->SetValue(368);
+    EXPECT_EQ(inside.count("Width"), 4);
+    EXPECT_EQ(outside.count("Width"), 1);
+    node("Width")->DeregisterCallback(widthInside);
+    integer("Width")->SetValue(384);
+    EXPECT_EQ(inside.count("Width"), 4);
+    EXPECT_EQ(outside.count("Width"), 2);
+    node("Width")->DeregisterCallback(widthOutside);
+    integer("Width")->SetValue(400);
+    EXPECT_EQ(outside.count("Width"), 2);
+    EXPECT_EQ(inside.distinctNodes(), 1u);
+}
+
 TEST_F(EngineDynamicsTest, InsideCallbacksHoldTheLockOutsideCallbacksDoNot) {
     struct CLockProbe {
         CLock* lock;
