@@ -53,6 +53,24 @@ void RawIntegerWrite(benchmark::State& state) {
     }
 }
 
+int callbacks = 0;
+void countCallback(GenApi::INode*) {
+    ++callbacks;
+}
+
+// The raw write with a node callback registered, as the collection registers one on every bound node.
+void RawIntegerWriteWithCallback(benchmark::State& state) {
+    CBenchmarkCamera camera;
+    GenApi::CIntegerPtr width = camera.map()->GetNode("Width");
+    const intptr_t handle = GenApi::Register(width->GetNode(), &countCallback);
+    int64_t value = 16;
+    for (auto _ : state) {
+        width->SetValue(value);
+        value = value == 16 ? 32 : 16;
+    }
+    width->GetNode()->DeregisterCallback(handle);
+}
+
 void CollectionIntegerWrite(benchmark::State& state) {
     CBenchmarkCamera camera;
     QSharedPointer<IIntegerParameter> width =
@@ -105,6 +123,7 @@ void CollectionSnapshot(benchmark::State& state) {
 BENCHMARK(RawIntegerRead);
 BENCHMARK(CollectionIntegerRead);
 BENCHMARK(RawIntegerWrite);
+BENCHMARK(RawIntegerWriteWithCallback);
 BENCHMARK(CollectionIntegerWrite);
 BENCHMARK(RawEnumerationRead);
 BENCHMARK(CollectionEnumerationRead);
