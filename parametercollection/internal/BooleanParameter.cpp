@@ -12,7 +12,7 @@ CBooleanParameter::CBooleanParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent), m_Boolean(nullptr) {
-    setCachedDataType<BooleanParameterData>();
+    setCachedDataType<BooleanParameterData>(this);
 }
 
 EParameterType CBooleanParameter::getParameterType() {
@@ -34,10 +34,11 @@ bool CBooleanParameter::attach(INodeMap* nodeMap) {
 }
 
 void CBooleanParameter::setValue(bool value, bool verify) {
-    standardWrite(announcementText(static_cast<long long>(value)), [&] {
-        if (m_Boolean)
-            m_Boolean.load()->SetValue(value, verify);
-    });
+    standardWrite([&] { return announcementText(static_cast<long long>(value)); },
+                  [&] {
+                      if (m_Boolean)
+                          m_Boolean.load()->SetValue(value, verify);
+                  });
 }
 
 bool CBooleanParameter::getValue(bool verify, bool ignoreCache) {

@@ -14,7 +14,7 @@ CCommandParameter::CCommandParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent), m_Command(nullptr) {
-    setCachedDataType<CommandParameterData>();
+    setCachedDataType<CommandParameterData>(this);
 }
 
 EParameterType CCommandParameter::getParameterType() {
@@ -71,6 +71,7 @@ bool CCommandParameter::updateCachedParameterData() {
     const bool done = isDone();
     if (!wasValid || data.isDone != done) {
         data.isDone = done;
+        noteRecordChanged();
         changed = true;
     }
     return changed;

@@ -33,7 +33,7 @@ CEnumParameter::CEnumParameter(QString const& name, QString const& nodeMapName,
     : CParameter(name, nodeMapName, state, decoupler, parent),
       m_Enumeration(nullptr),
       m_ValuePropertySource(nullptr) {
-    setCachedDataType<EnumParameterData>();
+    setCachedDataType<EnumParameterData>(this);
 }
 
 EParameterType CEnumParameter::getParameterType() {
@@ -55,6 +55,7 @@ void CEnumParameter::setEnumValueAdvancedParameterAccessSource(
 
 bool CEnumParameter::attach(INodeMap* nodeMap) {
     CParameter::attach(nodeMap);
+    m_Symbolics.clear();
     m_Enumeration = nodeAs<IEnumeration>(true);
     return m_Enumeration != nullptr;
 }
@@ -114,15 +115,23 @@ bool CEnumParameter::trySetValue(QList<QString> values) {
     return false;
 }
 
+// GenApi's getter refuses an enumeration that is not readable itself (see valueRead); a value without an
+// entry raises GenApi's error for the missing entry.
 QString CEnumParameter::getValue() {
-    return translateGenICamExceptions([&] {
-        CScopedObjectStateLock lock(objectState());
-        raiseExceptionIfDisposed();
-        raiseExceptionIfNotReadable();
-        IEnumEntry* current = requireNode(m_Enumeration)->GetCurrentEntry(false, false);
-        return QString::fromLatin1(
-            CEnumEntryPtr(current ? current->GetNode() : nullptr)->GetSymbolic().c_str());
+    return valueRead(m_Enumeration, [&](IEnumeration* node) {
+        IEnumEntry* current = node->GetCurrentEntry(false, false);
+        if (!current)
+            return QString::fromLatin1(CEnumEntryPtr(nullptr)->GetSymbolic().c_str());
+        return symbolicOf(current);
     });
+}
+
+// Each entry's name is made once per binding, since every read of the value asks for it.
+QString CEnumParameter::symbolicOf(IEnumEntry* entry) {
+    auto found = m_Symbolics.constFind(entry);
+    if (found != m_Symbolics.constEnd())
+        return found.value();
+    return *m_Symbolics.insert(entry, QString::fromLatin1(entry->GetSymbolic().c_str()));
 }
 
 qint64 CEnumParameter::getIntValue(bool verify, bool ignoreCache) {

@@ -5,6 +5,7 @@
 #include "../IEnumParameter.h"
 #include "IEnumValueAdvancedParameterAccessSource.h"
 #include "Parameter.h"
+#include <QHash>
 #include <atomic>
 
 namespace ParameterCollection {
@@ -44,10 +45,14 @@ private:
     // Symbolic names of the entries whose access mode passes the test, in GenApi's order.
     QVector<QString> entryNames(bool (*accepted)(GENAPI_NAMESPACE::EAccessMode));
     bool refreshSettableValues(bool wasValid, CNodeMapLock& mapLock);
+    // The symbolic name of an entry of the bound enumeration; under the state lock.
+    QString symbolicOf(GENAPI_NAMESPACE::IEnumEntry* entry);
 
     // Written by attach under the state lock, read by operations that test it first without it.
     std::atomic<GENAPI_NAMESPACE::IEnumeration*> m_Enumeration;
     IEnumValueAdvancedParameterAccessSource* m_ValuePropertySource;
+    // Entry names by entry, for the bound node map; guarded by the state lock.
+    QHash<const GENAPI_NAMESPACE::IEnumEntry*, QString> m_Symbolics;
 };
 
 }  // namespace Internal

@@ -30,7 +30,7 @@ CFloatParameter::CFloatParameter(QString const& name, QString const& nodeMapName
                                  QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                  QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent), m_Float(nullptr) {
-    setCachedDataType<FloatParameterData>();
+    setCachedDataType<FloatParameterData>(this);
 }
 
 EParameterType CFloatParameter::getParameterType() {
@@ -72,10 +72,11 @@ bool CFloatParameter::hasIncrement() {
 }
 
 void CFloatParameter::setValue(double value) {
-    standardWrite(announcementText(value), [&] {
-        if (m_Float)
-            m_Float.load()->SetValue(value, true);
-    });
+    standardWrite([&] { return announcementText(value); },
+                  [&] {
+                      if (m_Float)
+                          m_Float.load()->SetValue(value, true);
+                  });
 }
 
 double CFloatParameter::getValueOrDefault(double defaultValue) {
@@ -188,8 +189,7 @@ bool CFloatParameter::updateCachedParameterData() {
         const double increment = increments ? getIncrement() : data.increment;
         const qint64 precision =
             translateGenICamExceptions([&] { return m_Float.load()->GetDisplayPrecision(); });
-        QString representation =
-            getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
+        QString representation = fixedProperty("Representation", "undefined");
         if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&
             data.hasIncrement == increments && data.increment == increment &&
             data.displayPrecision == precision && data.representation == representation) {

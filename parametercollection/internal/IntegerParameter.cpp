@@ -41,7 +41,7 @@ CIntegerParameter::CIntegerParameter(QString const& name, QString const& nodeMap
                                      QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                      QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent), m_Integer(nullptr) {
-    setCachedDataType<IntegerParameterData>();
+    setCachedDataType<IntegerParameterData>(this);
 }
 
 EParameterType CIntegerParameter::getParameterType() {
@@ -80,10 +80,11 @@ long long CIntegerParameter::getIncrement() {
 }
 
 void CIntegerParameter::setValue(long long value, bool verify) {
-    standardWrite(announcementText(value), [&] {
-        if (m_Integer)
-            m_Integer.load()->SetValue(value, verify);
-    });
+    standardWrite([&] { return announcementText(value); },
+                  [&] {
+                      if (m_Integer)
+                          m_Integer.load()->SetValue(value, verify);
+                  });
 }
 
 long long CIntegerParameter::getValueOrDefault(long long defaultValue) {
@@ -201,8 +202,7 @@ bool CIntegerParameter::updateCachedParameterData() {
         const long long minimum = getMinimum();
         const long long maximum = getMaximum();
         const long long increment = getIncrement();
-        QString representation =
-            getAdvancedParameterAccess()->getPropertyOrDefault("Representation", "undefined");
+        QString representation = fixedProperty("Representation", "undefined");
         if (wasValid && data.value == value && data.minimum == minimum && data.maximum == maximum &&
             data.increment == increment && data.representation == representation) {
             return false;

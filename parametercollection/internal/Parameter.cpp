@@ -122,6 +122,36 @@ void CParameter::postSetValue(QString const& value) {
     emit parameterValueAboutToBeSet(value);
 }
 
+QString CParameter::fixedProperty(const QString& key, const QString& defaultValue) {
+    CScopedObjectStateLock lock(m_ObjectState.data());
+    auto found = m_FixedProperties.constFind(key);
+    if (found == m_FixedProperties.constEnd())
+        found = m_FixedProperties.insert(
+            key, getAdvancedParameterAccess()->getPropertyOrDefault(key, defaultValue));
+    return found.value();
+}
+
+QString CParameter::snapshotText() {
+    IInteger* integer = m_IntegerValue.load();
+    if (!integer)
+        return toString();
+    return translateGenICamExceptions([&] {
+        CScopedObjectStateLock lock(m_ObjectState.data());
+        const int64_t value = integer->GetValue(false, false);
+        if (m_TextValueKnown && m_CacheValid && value == m_TextValue)
+            return m_CachedData->valueText;
+        QString text = toString();
+        m_TextValue = value;
+        m_TextValueKnown = true;
+        return text;
+    });
+}
+
+bool CParameter::announcementListened() const {
+    static const QMetaMethod announcement = QMetaMethod::fromSignal(&IParameter::parameterValueAboutToBeSet);
+    return isSignalConnected(announcement);
+}
+
 void CParameter::announceValue(QString const& value) {
     if (!m_AnnouncerBound.load(std::memory_order_acquire))
         throw std::bad_function_call();
@@ -227,7 +257,7 @@ QString CParameter::toString() {
         return QStringLiteral("<error>");
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
-        IValue* value = dynamic_cast<IValue*>(m_Node.load());
+        IValue* value = m_Value.load();
         return value ? QString::fromLatin1(value->ToString(false, false).c_str())
                      : QStringLiteral("<no value>");
     });
@@ -253,7 +283,11 @@ bool CParameter::attach(INodeMap* nodeMap) {
             unregisterGenICamCallback();
             bindSetValueAnnouncer();
             m_Attached = false;
+            m_FixedProperties.clear();
             m_Node = nullptr;
+            m_Value = nullptr;
+            m_IntegerValue = nullptr;
+            m_TextValueKnown = false;
             attachToAdvancedParameters();
             return false;
         }
@@ -265,7 +299,11 @@ bool CParameter::attach(INodeMap* nodeMap) {
         if (m_Node)
             unregisterGenICamCallback();
         bindSetValueAnnouncer();
+        m_FixedProperties.clear();
         m_Node = found;
+        m_Value = dynamic_cast<IValue*>(found);
+        m_IntegerValue = dynamic_cast<IInteger*>(found);
+        m_TextValueKnown = false;
         m_Attached = true;
         registerGenICamCallback();
         attachToAdvancedParameters();
@@ -346,7 +384,10 @@ bool CParameter::refreshWithTypedFields(
         const bool changed = CParameter::updateCachedParameterData();
         if (!m_CachedData->isReadable)
             return changed;
-        return refreshTypedFields(wasValid, mapLock) || changed;
+        if (!refreshTypedFields(wasValid, mapLock))
+            return changed;
+        noteRecordChanged();
+        return true;
     } catch (...) {
         m_CacheValid = false;
         throw;
@@ -370,6 +411,10 @@ bool CParameter::updateCachedParameterDataWithoutToString() {
         data.isWriteable == writeable && data.isImplemented == implemented && data.isEmpty == empty) {
         return false;
     }
+    if (!m_CacheValid || data.visibility != visibility || data.isReadable != readable ||
+        data.isWriteable != writeable || data.isImplemented != implemented || data.isEmpty != empty) {
+        noteRecordChanged();
+    }
     data.visibility = visibility;
     data.isReadable = readable;
     data.isWriteable = writeable;
@@ -388,7 +433,7 @@ bool CParameter::updateCachedParameterData() {
     if (m_CachedData->isReadable) {
         QString text;
         try {
-            text = toString();
+            text = snapshotText();
         } catch (...) {
             m_CacheValid = false;
             throw;
@@ -397,6 +442,7 @@ bool CParameter::updateCachedParameterData() {
             // Moved, not copied: the old text, which a snapshot in another thread may share, is then
             // released by the inline QString code, where thread checkers see its atomic reference count.
             m_CachedData->valueText = std::move(text);
+            noteRecordChanged();
             changed = true;
         }
     }
@@ -411,12 +457,19 @@ QSharedPointer<ParameterData> CParameter::getCachedParameterData() {
     return copy;
 }
 
+// A snapshot is immutable, so one that still tells the current state is handed out again instead of a
+// copy; a change of the record (here or in the decoupler's check) makes the next call copy it anew.
 QSharedPointer<const ParameterData> CParameter::getParameterData() {
     return translateGenICamExceptions([&] {
         CScopedObjectStateLock lock(m_ObjectState.data());
         if (updateCachedParameterData())
             m_ChangePending = true;
-        return QSharedPointer<const ParameterData>(getCachedParameterData());
+        if (!m_Snapshot || m_SnapshotGeneration != m_CachedGeneration || !m_CacheValid ||
+            typeid(*this) != *m_LibraryClass) {
+            m_Snapshot = getCachedParameterData();
+            m_SnapshotGeneration = m_CachedGeneration;
+        }
+        return m_Snapshot;
     });
 }
 

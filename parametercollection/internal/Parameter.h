@@ -10,10 +10,12 @@
 #include "GenICamExceptionTranslation.h"
 #include "NodeMapLock.h"
 #include <GenApi/GenApi.h>
+#include <QHash>
 #include <QSharedPointer>
 #include <atomic>
 #include <functional>
 #include <type_traits>
+#include <typeinfo>
 
 namespace ParameterCollection {
 namespace Internal {
@@ -69,6 +71,13 @@ protected:
     void postSetValue(QString const& value);
     // Calls the set-value announcer, so that parameterValueAboutToBeSet goes out before a write.
     void announceValue(QString const& value);
+    // True while a receiver is connected to parameterValueAboutToBeSet.
+    bool announcementListened() const;
+    // A property the description fixes for the node (its representation, say), read once per binding.
+    QString fixedProperty(const QString& key, const QString& defaultValue);
+    // The value text a snapshot keeps: an integer's text follows from its value, so it is made again only
+    // when the value changed since the snapshot made it.
+    QString snapshotText();
     GENAPI_NAMESPACE::EAccessMode nodeAccessMode();
     GENAPI_NAMESPACE::INode* node() const { return m_Node; }
     CObjectState* objectState() const { return m_ObjectState.data(); }
@@ -76,10 +85,15 @@ protected:
     QSharedPointer<ParameterData>& cachedData() { return m_CachedData; }
     // Typed classes choose their record type in their constructor; the choice is a plain function
     // pointer, not a virtual, so that the virtual operations keep their published slot order.
-    template <typename Data>
-    void setCachedDataType() {
+    // The class passes itself too: snapshots of the library's own classes, whose refreshes note every change
+    // of the record, are shared while unchanged; a class derived elsewhere gets a fresh copy every time.
+    template <typename Data, typename Self>
+    void setCachedDataType(const Self*) {
         m_CreateCachedData = &createRecord<Data>;
+        m_LibraryClass = &typeid(Self);
     }
+    // Counts a change of the cached record, so that the next snapshot is a fresh copy.
+    void noteRecordChanged() { ++m_CachedGeneration; }
     QSharedPointer<ParameterData> createCachedData() const { return m_CreateCachedData(); }
     bool cacheValid() const { return m_CacheValid; }
 
@@ -169,14 +183,25 @@ protected:
         });
     }
     // The standard write: state lock, disposed and writable guards, the announcement, then the write,
-    // with GenICam exceptions translated.
-    template <typename Write>
-    void standardWrite(const QString& announcement, Write write) {
+    // with GenICam exceptions translated. While nobody listens to the announcement, the text is not made
+    // and GenApi's setter refuses a node that is not writable itself; the writable guard is asked only
+    // then, and raises its own exception, so that the outcome is the same.
+    template <typename Text, typename Write>
+    void standardWrite(Text announcement, Write write) {
         translateGenICamExceptions([&] {
             CScopedObjectStateLock lock(m_ObjectState.data());
             raiseExceptionIfDisposed();
+            if (m_Node.load() && !announcementListened()) {
+                try {
+                    write();
+                } catch (const GENICAM_NAMESPACE::AccessException&) {
+                    raiseExceptionIfNotWritable();
+                    throw;
+                }
+                return;
+            }
             raiseExceptionIfNotWritable();
-            announceValue(announcement);
+            announceValue(announcement());
             write();
         });
     }
@@ -221,6 +246,13 @@ private:
     QSharedPointer<CObjectState> m_ObjectState;
     QSharedPointer<ParameterData> m_CachedData;
     bool m_CacheValid;
+    // The last snapshot getParameterData handed out, shared again while the cached record is unchanged;
+    // the generation counts the changes of the record.
+    QSharedPointer<const ParameterData> m_Snapshot;
+    QHash<QString, QString> m_FixedProperties;
+    quint64 m_SnapshotGeneration = 0;
+    quint64 m_CachedGeneration = 1;
+    const std::type_info* m_LibraryClass = &typeid(CParameter);
     // Set without the state lock by scheduleParameterDataChangedCheck, hence atomic.
     std::atomic<bool> m_ChangePending;
     QString m_Name;
@@ -229,6 +261,12 @@ private:
     std::atomic<bool> m_Attached;
     // Written by attach under the state lock, read by operations that test it first without it.
     std::atomic<GENAPI_NAMESPACE::INode*> m_Node;
+    // The bound node as a value (null for categories and the like), for toString.
+    std::atomic<GENAPI_NAMESPACE::IValue*> m_Value{nullptr};
+    std::atomic<GENAPI_NAMESPACE::IInteger*> m_IntegerValue{nullptr};
+    // The integer value the snapshot's text was made from; guarded by the state lock.
+    int64_t m_TextValue = 0;
+    bool m_TextValueKnown = false;
     std::function<void(QString const&)> m_SetValueAnnouncer;
     // Set once the announcer is bound; it is bound only once, since its target never changes, so that an
     // unchecked write may call it without the lock.

@@ -12,7 +12,7 @@ CStringParameter::CStringParameter(QString const& name, QString const& nodeMapNa
                                    QSharedPointer<CModeratedParameterEventDecouplerThread> decoupler,
                                    QObject* parent)
     : CParameter(name, nodeMapName, state, decoupler, parent), m_String(nullptr) {
-    setCachedDataType<StringParameterData>();
+    setCachedDataType<StringParameterData>(this);
 }
 
 EParameterType CStringParameter::getParameterType() {
