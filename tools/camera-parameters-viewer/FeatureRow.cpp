@@ -68,36 +68,32 @@ CFeatureRow::~CFeatureRow() = default;
 std::function<bool(QWidget*, const QString&)> CFeatureRow::confirmCommand = askUser;
 
 // Numbers are edited as the text the tool prints, and committed only when the feature takes them.
-QWidget* CFeatureRow::integerEditor() {
+template <typename Data, typename Value>
+QWidget* CFeatureRow::numberEditor(bool (*check)(const QString&, const Data&, Value&, QString&),
+                                   const std::function<void(Value)>& set) {
     auto line = new QLineEdit;
-    auto integer = m_Parameter.dynamicCast<IIntegerParameter>();
-    connect(line, &QLineEdit::editingFinished, this, [this, line, integer] {
+    connect(line, &QLineEdit::editingFinished, this, [this, line, check, set] {
         commit(line, [&](const ParameterData& data, QString& problem) {
-            qint64 value = 0;
-            if (!CValueCommit::integer(line->text(), static_cast<const IntegerParameterData&>(data), value,
-                                       problem))
+            Value value{};
+            if (!check(line->text(), static_cast<const Data&>(data), value, problem))
                 return false;
-            write([&] { integer->setValue(value, true); });
+            write([&] { set(value); });
             return true;
         });
     });
     return line;
 }
 
+QWidget* CFeatureRow::integerEditor() {
+    auto integer = m_Parameter.dynamicCast<IIntegerParameter>();
+    return numberEditor<IntegerParameterData, qint64>(
+        &CValueCommit::integer, [integer](qint64 value) { integer->setValue(value, true); });
+}
+
 QWidget* CFeatureRow::floatEditor() {
-    auto line = new QLineEdit;
     auto floating = m_Parameter.dynamicCast<IFloatParameter>();
-    connect(line, &QLineEdit::editingFinished, this, [this, line, floating] {
-        commit(line, [&](const ParameterData& data, QString& problem) {
-            double value = 0;
-            if (!CValueCommit::floating(line->text(), static_cast<const FloatParameterData&>(data), value,
-                                        problem))
-                return false;
-            write([&] { floating->setValue(value); });
-            return true;
-        });
-    });
-    return line;
+    return numberEditor<FloatParameterData, double>(&CValueCommit::floating,
+                                                    [floating](double value) { floating->setValue(value); });
 }
 
 // A text that differs from what the device shows is checked against the device's current limits; a

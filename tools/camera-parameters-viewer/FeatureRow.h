@@ -49,6 +49,9 @@ public:
 private:
     // The editor for the parameter's type, connected to write what the user enters.
     QWidget* editorForType();
+    template <typename Data, typename Value>
+    QWidget* numberEditor(bool (*check)(const QString&, const Data&, Value&, QString&),
+                          const std::function<void(Value)>& set);
     QWidget* integerEditor();
     QWidget* floatEditor();
     QWidget* enumerationEditor();

@@ -157,28 +157,32 @@ int CParameterTool::get() {
 }
 
 int CParameterTool::getRegister(const QString& name) {
+    return transferRegister(name, "read",
+                            [&] { m_Printer.printObject(CRegisterAccess(m_NodeMap, name).read()); });
+}
+
+int CParameterTool::setRegister(const QString& name, const QString& value) {
+    return transferRegister(name, "written", [&] {
+        CRegisterAccess access(m_NodeMap, name);
+        access.write(value);
+        m_Printer.printObject(access.read());
+    });
+}
+
+// A malformed register name is wrong usage, a malformed value a refused one, a transfer the device
+// refuses a refused access.
+int CParameterTool::transferRegister(const QString& name, const char* done,
+                                     const std::function<void()>& transfer) {
     try {
-        m_Printer.printObject(CRegisterAccess(m_NodeMap, name).read());
+        transfer();
+    } catch (const std::domain_error& e) {
+        m_Err << e.what() << "\n";
+        return ValueRefused;
     } catch (const std::invalid_argument& e) {
         m_Err << e.what() << "\n";
         return WrongUsage;
     } catch (const GenICam::GenericException& e) {
-        m_Err << "Register " << name << " cannot be read: " << e.GetDescription() << "\n";
-        return AccessRefused;
-    }
-    return Done;
-}
-
-int CParameterTool::setRegister(const QString& name, const QString& value) {
-    try {
-        CRegisterAccess access(m_NodeMap, name);
-        access.write(value);
-        m_Printer.printObject(access.read());
-    } catch (const std::invalid_argument& e) {
-        m_Err << e.what() << "\n";
-        return QString(e.what()).startsWith("Value") ? ValueRefused : WrongUsage;
-    } catch (const GenICam::GenericException& e) {
-        m_Err << "Register " << name << " cannot be written: " << e.GetDescription() << "\n";
+        m_Err << "Register " << name << " cannot be " << done << ": " << e.GetDescription() << "\n";
         return AccessRefused;
     }
     return Done;

@@ -7,6 +7,7 @@
 #include "ToolOptions.h"
 #include <GenApi/GenApi.h>
 #include <QTextStream>
+#include <functional>
 #include <parametercollection/Exceptions.h>
 #include <parametercollection/ParameterCollection.h>
 
@@ -41,6 +42,7 @@ private:
     int setOne(const QString& name, const QString& value);
     int getRegister(const QString& name);
     int setRegister(const QString& name, const QString& value);
+    int transferRegister(const QString& name, const char* done, const std::function<void()>& transfer);
     int watch();
     int relations();
     int dump();

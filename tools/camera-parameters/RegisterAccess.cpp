@@ -97,8 +97,8 @@ QJsonObject CRegisterAccess::read() {
 void CRegisterAccess::write(const QString& text) {
     qint64 value = 0;
     if (m_Length > 8 || !parseInteger(text, value))
-        throw std::invalid_argument("Value '" + text.toStdString() + "' refused: a register of " +
-                                    std::to_string(m_Length) + " bytes takes an integer (0x... or decimal).");
+        throw std::domain_error("Value '" + text.toStdString() + "' refused: a register of " +
+                                std::to_string(m_Length) + " bytes takes an integer (0x... or decimal).");
     QByteArray bytes(static_cast<int>(m_Length), '\0');
     const bool big = bigEndian();
     quint64 remaining = static_cast<quint64>(value);

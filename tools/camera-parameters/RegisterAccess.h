@@ -19,7 +19,8 @@ public:
     // a malformed name or value and GenICam exceptions for a refused transfer.
     CRegisterAccess(GenApi::INodeMap* nodeMap, const QString& name);
     QJsonObject read();
-    // An integer (0x... or decimal) of the register's length, in the byte order of the description.
+    // An integer (0x... or decimal) of the register's length, in the byte order of the description; throws
+    // std::domain_error for a value that is no such integer.
     void write(const QString& value);
 
     // The address and length of the register behind a feature (itself or through pValue), if there is one.
