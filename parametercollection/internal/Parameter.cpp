@@ -407,14 +407,14 @@ bool CParameter::updateCachedParameterDataWithoutToString() {
     // Taking the pending flag here keeps a force that arrives during the refresh for the next one.
     const bool pending = m_ChangePending.exchange(false);
     ParameterData& data = *m_CachedData;
-    if (m_CacheValid && !pending && data.visibility == visibility && data.isReadable == readable &&
-        data.isWriteable == writeable && data.isImplemented == implemented && data.isEmpty == empty) {
+    const bool unchanged = m_CacheValid && data.visibility == visibility && data.isReadable == readable &&
+                           data.isWriteable == writeable && data.isImplemented == implemented &&
+                           data.isEmpty == empty;
+    // A pending force reports a change without changing the record, so the shared snapshot stays.
+    if (unchanged && !pending)
         return false;
-    }
-    if (!m_CacheValid || data.visibility != visibility || data.isReadable != readable ||
-        data.isWriteable != writeable || data.isImplemented != implemented || data.isEmpty != empty) {
+    if (!unchanged)
         noteRecordChanged();
-    }
     data.visibility = visibility;
     data.isReadable = readable;
     data.isWriteable = writeable;
