@@ -88,7 +88,7 @@ TEST(CameraParametersTool, RelationsDumpWatchAndAravisFakeCamera) {
 
     // The temperature drifts a tenth of a degree a second; watching polls it.
     run = runTool({"watch", "DeviceTemperature", "--seconds", "2.5"});
-    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_GE(run.out.count("@CameraDevice/DeviceTemperature = "), 2) << run.out.toStdString();
 
     run = runTool({"--device", "aravis:fake", "get", "Width"});
