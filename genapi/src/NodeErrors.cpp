@@ -2,6 +2,9 @@
 #include "NodeErrors.h"
 #include <arv.h>
 #include <cstdarg>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
 #include <cstdio>
 
 namespace GenApiEngine {
@@ -75,6 +78,20 @@ EError kindOf(const GENICAM_NAMESPACE::GenericException& e) {
 }
 
 }  // namespace
+
+void requireRegisterBuffer(int64_t length) {
+    // GenApi reads a string register into a std::string of the register's length.
+    if (length > 0 && static_cast<uint64_t>(length) > std::string().max_size())
+        throw std::length_error("basic_string::_S_create");
+    // Small buffers are left to the allocator; a large one is tried first, and given back at once.
+    constexpr int64_t probeFrom = 64 << 20;
+    if (length > probeFrom) {
+        void* trial = std::malloc(static_cast<size_t>(length));
+        if (!trial)
+            throw std::bad_alloc();
+        std::free(trial);
+    }
+}
 
 std::string formatText(const char* format, ...) {
     char buffer[1024];

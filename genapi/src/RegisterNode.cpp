@@ -8,7 +8,9 @@ namespace GenApiEngine {
 gcstring CRawRegisterBase::ToString(bool Verify, bool IgnoreCache) {
     CMapEntry entry(map());
     GenApi::IRegister* self = dynamic_cast<GenApi::IRegister*>(this);
-    std::vector<uint8_t> bytes(static_cast<size_t>(self->GetLength()));
+    const int64_t length = self->GetLength();
+    requireRegisterBuffer(length);
+    std::vector<uint8_t> bytes(static_cast<size_t>(length));
     self->Get(bytes.data(), static_cast<int64_t>(bytes.size()), Verify, IgnoreCache);
     return bytesToText(bytes).c_str();
 }
@@ -22,7 +24,9 @@ void CRawRegisterBase::FromString(const gcstring& ValueStr, bool Verify) {
               formatText("Node '%s' : cannot convert string '%s' to register bytes.", name().c_str(),
                          ValueStr.c_str()));
     }
-    bytes.resize(static_cast<size_t>(self->GetLength()), 0);
+    const int64_t length = self->GetLength();
+    requireRegisterBuffer(length);
+    bytes.resize(static_cast<size_t>(length), 0);
     self->Set(bytes.data(), static_cast<int64_t>(bytes.size()), Verify);
 }
 

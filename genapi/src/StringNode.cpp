@@ -31,8 +31,10 @@ gcstring CStringNode::GetValue(bool, bool IgnoreCache) {
     return cachedValue(m_Value, IgnoreCache, [&] {
         // A register whose length evaluates to zero holds the empty string; Aravis does not accept it.
         IRegister* reg = dynamic_cast<IRegister*>(this);
-        if (reg && reg->GetLength() == 0)
+        const int64_t length = reg ? reg->GetLength() : -1;
+        if (length == 0)
             return gcstring();
+        requireRegisterBuffer(length);
         if (IString* source = dynamic_cast<IString*>(pointee("pValue")))
             return source->GetValue();
         const char* text =

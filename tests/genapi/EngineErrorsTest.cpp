@@ -1,6 +1,9 @@
 // Every failure leaves the engine as the GenICam exception GenApi uses, with GenApi's bare description
 // and the node named in the full message.
+#include "MemoryDescriptions.h"
 #include "SimulatedCameraFixture.h"
+#include <new>
+#include <stdexcept>
 
 using namespace GenApi;
 using GenICam::gcstring;
@@ -139,4 +142,57 @@ TEST_F(SimulatedCameraTest, DescriptionsThatAreNoXmlDoNotLoad) {
     CNodeMapRef quiet;
     EXPECT_THROW(quiet._LoadXMLFromString(misencoded.c_str()), GenICam::RuntimeException);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+// A string register whose length register holds garbage: the read fails as GenApi's string buffer does
+// (std::length_error) or as an allocation that cannot be served (std::bad_alloc), and the process goes
+// on; before, the buffer was allocated inside Aravis, which aborts on a failed allocation.
+TEST(RegisterBuffers, AStringRegisterLongerThanMemoryFailsWithoutEndingTheProcess) {
+    const std::string xml =
+        "<RegisterDescription ModelName=\"M\" VendorName=\"V\" StandardNameSpace=\"None\" "
+        "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" "
+        "MinorVersion=\"0\" SubMinorVersion=\"0\" ProductGuid=\"a\" VersionGuid=\"b\" "
+        "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">"
+        "<IntReg Name=\"Length\"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode>"
+        "<pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign><Endianess>LittleEndian</"
+        "Endianess>"
+        "</IntReg>"
+        "<StringReg "
+        "Name=\"Text\"><Address>0x100</Address><pLength>Length</pLength><AccessMode>RO</AccessMode>"
+        "<pPort>Device</pPort><Cachable>NoCache</Cachable></StringReg>"
+        "<Port Name=\"Device\"/></RegisterDescription>";
+    SDescriptionInMemory described(xml, false);
+    CIntegerPtr length = described.map._GetNode("Length");
+    CStringPtr text = described.map._GetNode("Text");
+    ASSERT_TRUE(length.IsValid() && text.IsValid());
+
+    length->SetValue(8);
+    EXPECT_EQ(text->GetValue(), "");
+
+    // Longer than any string can be, on every platform: GenApi's own exception and text.
+    length->SetValue((int64_t(1) << 62) + 1);
+    try {
+        text->GetValue();
+        ADD_FAILURE() << "a string of 2^62 bytes was read";
+    } catch (const std::length_error& e) {
+        EXPECT_STREQ(e.what(), "basic_string::_S_create");
+    }
+
+    // A string may be that long on 64-bit, but no memory holds it.
+    length->SetValue(int64_t(1) << 61);
+    if (sizeof(void*) == 8)
+        EXPECT_THROW(text->GetValue(), std::bad_alloc);
+    else
+        EXPECT_THROW(text->GetValue(), std::length_error);
+
+    // Beyond a 32-bit string's reach (the reference's 32-bit build answers so for such lengths).
+    if (sizeof(void*) == 4) {
+        length->SetValue(int64_t(3474297413));
+        EXPECT_THROW(text->GetValue(), std::length_error);
+        EXPECT_THROW(text->GetMaxLength(), std::length_error);
+    }
+
+    // The map serves on as before.
+    length->SetValue(4);
+    EXPECT_EQ(text->GetValue(), "");
 }
