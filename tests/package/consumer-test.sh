@@ -28,11 +28,19 @@ LD_LIBRARY_PATH="$work/prefix/lib" "$work/consumer/consumer"
 
 export PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig"
 # shellcheck disable=SC2046
-# pkg-config brings what Qt needs of its users (-fPIC) and leaves the language standard to the consumer.
-if pkg-config --cflags parametercollection | grep -q -e '-std='; then
-    echo "pkg-config forces a language standard" >&2
+# pkg-config leaves the language standard to the consumer, and -fPIC too, as Qt 5's own pkg-config files do
+# on Debian (whose rules keep code generation flags out of them); Qt's headers ask for it.
+if pkg-config --cflags parametercollection | grep -q -e '-std=' -e '-fPI'; then
+    echo "pkg-config forces a language standard or code generation flags" >&2
     exit 1
 fi
-g++ -std=c++20 "$here/consumer/main.cpp" -o "$work/pkgconfig-consumer" $(pkg-config --cflags --libs parametercollection)
+g++ -std=c++20 -fPIC "$here/consumer/main.cpp" -o "$work/pkgconfig-consumer" $(pkg-config --cflags --libs parametercollection)
 LD_LIBRARY_PATH="$work/prefix/lib" "$work/pkgconfig-consumer"
+# Every installed header of the library and the SDK services compiles with what is installed beside it.
+{
+    echo '#include <GenApi/GenApi.h>'
+    (cd "$work/prefix/include" && find parametercollection tavrin -name '*.h' | sort | sed 's/.*/#include <&>/')
+} >"$work/all-headers.cpp"
+# shellcheck disable=SC2046
+g++ -std=c++17 -fPIC -fsyntax-only "$work/all-headers.cpp" $(pkg-config --cflags parametercollection)
 "$work/prefix/bin/camera-parameters" get Width >/dev/null

@@ -1,6 +1,7 @@
 // Text forms of a parameter's type, access, visibility and value.
 #include "ParameterPrinter.h"
-#include <parametercollection/internal/VisibilityText.h>
+#include <GenApi/GenApi.h>
+#include <GenApi/EnumClasses.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -78,8 +79,10 @@ QString CParameterPrinter::accessText(bool implemented, bool readable, bool writ
 }
 
 QString CParameterPrinter::visibilityText(int visibility) {
-    return Internal::visibilityText(static_cast<GenApi::EVisibility>(visibility),
-                                    QStringLiteral("Undefined"));
+    if (visibility < GenApi::Beginner || visibility > GenApi::Invisible)
+        return QStringLiteral("Undefined");
+    return QString::fromLatin1(
+        GenApi::EVisibilityClass::ToString(static_cast<GenApi::EVisibility>(visibility)));
 }
 
 QString CParameterPrinter::valueText(IParameter& parameter) {
