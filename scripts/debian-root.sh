@@ -73,7 +73,7 @@ setup() {
 
 mounted() { mountpoint -q "$root/$1"; }
 
-# Mounts what a build needs (proc, dev, the checkout and the shared folder beside it) for one command.
+# Mounts what a build needs (proc, dev with its terminals, the checkout and the shared folder beside it) for one command.
 inside() {
     local shared
     shared=$(cd "$here/.." && pwd)/shared
@@ -81,6 +81,7 @@ inside() {
     trap unmount_all EXIT
     mounted proc || mount -t proc proc "$root/proc"
     mounted dev || mount --bind /dev "$root/dev"
+    mounted dev/pts || mount --bind /dev/pts "$root/dev/pts"
     mounted dev/shm || { mkdir -p "$root/dev/shm" && mount -t tmpfs shm "$root/dev/shm"; }
     mounted work/main || mount --bind "$here" "$root/work/main"
     if [ -d "$shared" ] && ! mounted work/shared; then
@@ -91,7 +92,7 @@ inside() {
 }
 
 unmount_all() {
-    for m in work/shared work/main dev/shm dev proc; do
+    for m in work/shared work/main dev/shm dev/pts dev proc; do
         if mounted "$m"; then umount -l "$root/$m" || true; fi
     done
 }
