@@ -4,7 +4,7 @@
 # properties than GenApi does. Exits 77 (skipped) when the kit is not there.
 # The node-by-node kit runs every description (--all) and, given a floors file, fails when one description
 # falls below its own floor.
-#   scripts/conformance-check.sh BUILD_DIR MINIMUM_PERCENT [nodes|dynamic|cache] [FLOORS_FILE]
+#   scripts/conformance-check.sh BUILD_DIR MINIMUM_PERCENT [nodes|dynamic|cache|chunks] [FLOORS_FILE]
 set -uo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 build=$1
@@ -16,6 +16,7 @@ case "$kind" in
     nodes) kit="$here/../shared/conformance/run.sh" prefix="conformance" options=(--all) ;;
     dynamic) kit="$here/../shared/conformance/dynamic/run.sh" prefix="dynamic conformance" ;;
     cache) kit="$here/../shared/conformance/cache/run.sh" prefix="cache conformance" ;;
+    chunks) kit="$here/../shared/conformance/chunks/run.sh" prefix="chunk and event conformance" ;;
     *) echo "unknown kit $kind"; exit 2 ;;
 esac
 if [ ! -f "$kit" ]; then

@@ -36,6 +36,21 @@ EAccessMode CCategoryNode::accessAskedFirst() const {
     return NI;
 }
 
+EAccessMode CCategoryNode::GetAccessMode() const {
+    CMapEntry entry(map());
+    if (m_KeptAccess != _UndefinedAccesMode)
+        return m_KeptAccess;
+    const EAccessMode mode = CNodeBase::GetAccessMode();
+    if (mode != _CycleDetectAccesMode && accessModeCacheable())
+        m_KeptAccess = mode;
+    return mode;
+}
+
+void CCategoryNode::dropAccessCache() const {
+    m_KeptAccess = _UndefinedAccesMode;
+    CNodeBase::dropAccessCache();
+}
+
 void CCategoryNode::FromString(const gcstring&, bool) {
     raise(EError::Access, "FromString", "Node is not writable.");
 }

@@ -16,9 +16,16 @@ public:
     bool IsValueCacheValid() const override { return true; }
 
     void GetFeatures(GenApi::FeatureList_t& Features) const override;
+    GenApi::EAccessMode GetAccessMode() const override;
+    void dropAccessCache() const override;
 
 protected:
     GenApi::EAccessMode accessAskedFirst() const override;
+
+private:
+    // As GenApi, a category keeps the access it found until one of its own conditions changes: its
+    // features changing (a chunk or event port attached, say) does not reach it.
+    mutable GenApi::EAccessMode m_KeptAccess = GenApi::_UndefinedAccesMode;
 };
 
 }  // namespace GenApiEngine

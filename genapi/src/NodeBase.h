@@ -94,7 +94,7 @@ public:
     }
     [[noreturn]] void raiseFromAravis(GError* error, const char* method) const { raise(error, method); }
     // Forgets the cached access mode, because something it depends on changed.
-    void dropAccessCache() const;
+    virtual void dropAccessCache() const;
     // Under GENAPI_ENGINE_VERIFY_CACHE=1: aborts when the kept access differs from a fresh one.
     void verifyKeptAccess() const;
     // Under GENAPI_ENGINE_VERIFY_CACHE=1: names the node, what it kept and what it has instead, and aborts.
@@ -127,6 +127,7 @@ public:
     void setFloatingRule(size_t rule) { m_FloatingRule = rule; }
 
 protected:
+    bool accessModeCacheable() const;
     // Access before the imposed modes: what the node's kind and its pValue chain allow.
     virtual GenApi::EAccessMode naturalAccessMode() const;
     // Access GenApi asks for before the node's own conditions (a category's features, a value's limits);
@@ -215,7 +216,6 @@ private:
     GenApi::EAccessMode computeAccessMode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;
     static void callSafely(GenApi::CNodeCallback* callback, GenApi::ECallbackType type);
-    bool accessModeCacheable() const;
 
     CNodeMapImpl& m_Map;
     const SNodeDescription& m_Description;

@@ -90,6 +90,10 @@ void CNodeLinks::linkPointers(CNodeBase* node) {
         if (CNodeBase* entry = m_NodeByName(entryName))
             link(node, entry);
     }
+    for (const std::string& featureName : description.values("pFeature")) {
+        if (CNodeBase* feature = m_NodeByName(featureName))
+            addUnique(m_ListedBy[feature], node);
+    }
     for (const SProperty& property : description.properties) {
         if (property.name != "Constant")
             continue;
@@ -173,6 +177,8 @@ std::vector<CNodeBase*> CNodeLinks::linked(const CNodeBase* node, GenApi::ELinkT
         case ctParentNodes:
             for (CNodeBase* parent : dependents(node))
                 appendUnique(found, seen, parent);
+            for (CNodeBase* category : listOf(m_ListedBy, node))
+                appendUnique(found, seen, category);
             break;
         case ctReadingChildren:
             // A category reads its features, in the order it lists them.

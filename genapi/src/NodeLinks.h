@@ -60,6 +60,8 @@ private:
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_InvalidatedBy;
     // The nodes that name a node as their pIsImplemented, pIsAvailable or pIsLocked.
     std::map<const CNodeBase*, std::vector<CNodeBase*>> m_ConditionOf;
+    // The categories that list a feature: its parents too, though they read nothing of it.
+    std::map<const CNodeBase*, std::vector<CNodeBase*>> m_ListedBy;
 };
 
 }  // namespace GenApiEngine

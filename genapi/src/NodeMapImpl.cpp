@@ -418,10 +418,7 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
     if (!pPort || !target || target->description().tag != "Port" || !m_OwnsDevice)
         return false;
     m_UserPorts[PortName.c_str()] = pPort;
-    m_PortAccess.clear();
-    for (const auto& port : m_UserPorts)
-        m_PortAccess.push_back(SPortAccess{port.second, _UndefinedAccesMode});
-    ++m_AccessGeneration;
+    userPortsChanged();
     const int tag = m_Routing.tagOf(PortName.c_str());
     if (tag > 0)
         setTaggedPort(m_Device, tag, pPort);
@@ -432,6 +429,31 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
     }
     target->InvalidateNode();
     return true;
+}
+
+// The access of every user port is asked afresh at the next call.
+void CNodeMapImpl::userPortsChanged() const {
+    m_PortAccess.clear();
+    for (const auto& port : m_UserPorts)
+        m_PortAccess.push_back(SPortAccess{port.second, _UndefinedAccesMode});
+    ++m_AccessGeneration;
+}
+
+// Takes a port connected by Connect off its port node again (chunk and event ports when they detach).
+void CNodeMapImpl::disconnect(const std::string& portName) const {
+    CMapEntry entry(*this);
+    CNodeBase* target = node(portName);
+    const auto found = m_UserPorts.find(portName);
+    if (!target || found == m_UserPorts.end())
+        return;
+    m_UserPorts.erase(found);
+    userPortsChanged();
+    const int tag = m_Routing.tagOf(portName);
+    if (tag > 0)
+        setTaggedPort(m_Device, tag, nullptr);
+    else if (m_UserPorts.empty() || portName == "Device")
+        setDevicePort(m_Device, nullptr);
+    target->InvalidateNode();
 }
 
 bool CNodeMapImpl::Connect(IPort* pPort) const {

@@ -86,6 +86,8 @@ public:
     const std::vector<CNodeBase*>& selectorsOf(const CNodeBase* node) const;
     // The user port connected for a port node, or null when the port is served by the Aravis device.
     GenApi::IPort* userPort(const std::string& portName) const;
+    void disconnect(const std::string& portName) const;
+    void userPortsChanged() const;
     bool servedByDevice() const { return !m_OwnsDevice; }
     // Who controls the device of a map Aravis opened (NotApplicable for maps over user ports).
     EDeviceControl deviceControl() const;

@@ -10,9 +10,20 @@ namespace GenApiEngine {
 CPortNode::CPortNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
     : CNodeBase(map, description, arvNode, intfIPort) {}
 
+GenICam::gcstring CPortNode::GetChunkID() const {
+    return description().value("ChunkID").c_str();
+}
+
+EYesNo CPortNode::CacheChunkData() const {
+    return description().value("CacheChunkData") == "Yes" ? Yes : No;
+}
+
 EAccessMode CPortNode::naturalAccessMode() const {
     if (IPort* port = map().userPort(name()))
         return port->GetAccessMode();
+    // A chunk port waits for a chunk: it is there, but holds nothing yet.
+    if (!description().value("ChunkID").empty())
+        return NA;
     if (!map().servedByDevice())
         return NI;
     switch (map().deviceControl()) {

@@ -13,6 +13,7 @@ namespace {
 // Tags sit just below the sign bit, above any address a device is likely to compute at run time (a base
 // address read from the device or held by an Integer), not only above the addresses written in the text.
 constexpr int signBit = 63;
+constexpr int64_t chunkPseudoAddresses = INT64_MAX - 15;
 
 int bitLength(uint64_t value) {
     int bits = 0;
@@ -30,8 +31,9 @@ int addressBits(const CXmlIndex& index) {
     for (const SNodeDescription& node : index.nodes()) {
         for (const SProperty& property : node.properties) {
             int64_t value = 0;
+            // The pseudo addresses of chunk ports (chunk base address and length) are no device addresses.
             if ((property.name == "Address" || property.name == "Length") &&
-                textToInteger(property.value, value))
+                textToInteger(property.value, value) && value < chunkPseudoAddresses)
                 largest = std::max(largest, static_cast<uint64_t>(value));
         }
     }

@@ -2,6 +2,7 @@
 #ifndef GENAPI_ENGINE_REGISTERNODE_H
 #define GENAPI_ENGINE_REGISTERNODE_H
 
+#include <GenApi/IInteger.h>
 #include <GenApi/IRegister.h>
 #include "ValueNode.h"
 #include "NodeMapImpl.h"
@@ -40,8 +41,11 @@ public:
         });
     }
 
+    // A length from another node is read as a user reads it, access checked.
     int64_t GetLength(bool = false) override {
         CMapEntry entry(this->map());
+        if (auto* length = dynamic_cast<GenApi::IInteger*>(this->pointee("pLength")))
+            return length->GetValue();
         return static_cast<int64_t>(this->arvCall(
             "GetLength", [&](GError** e) { return arv_gc_register_get_length(reg("GetLength"), e); }));
     }

@@ -1,0 +1,24 @@
+// Chunk adapter for GigE Vision: trailers big-endian.
+#include <GenApi/GenApi.h>
+#include <GenApi/ChunkAdapterGEV.h>
+#include "ChunkLayout.h"
+
+using namespace GENAPI_NAMESPACE;
+
+CChunkAdapterGEV::CChunkAdapterGEV(INodeMap* pNodeMap, int64_t MaxChunkCacheSize)
+    : CChunkAdapter(pNodeMap, MaxChunkCacheSize) {}
+
+CChunkAdapterGEV::~CChunkAdapterGEV() {}
+
+bool CChunkAdapterGEV::CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) {
+    std::vector<GenApiEngine::SChunk> chunks;
+    return GenApiEngine::parseTrailers(pBuffer, BufferLength, true, chunks);
+}
+
+// A buffer the trailers do not describe is refused whole, and the previous one stays attached.
+void CChunkAdapterGEV::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
+                                    AttachStatistics_t* pAttachStatistics) {
+    std::vector<GenApiEngine::SChunk> chunks;
+    GenApiEngine::checkTrailers(pBuffer, BufferLength, true, chunks);
+    GenApiEngine::attachChunks(*m_ppChunkPorts, pBuffer, chunks, m_MaxChunkCacheSize, pAttachStatistics);
+}
