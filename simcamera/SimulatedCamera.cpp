@@ -19,8 +19,55 @@ bool overlaps(int64_t address, int64_t length, int64_t reg, int64_t regLength) {
 
 }  // namespace
 
-CSimulatedCamera::CSimulatedCamera() : m_Memory(R::Size), m_Start(std::chrono::steady_clock::now()) {
+CSimulatedCamera::CSimulatedCamera()
+    : m_Memory(R::Size),
+      m_Start(std::chrono::steady_clock::now()),
+      m_Acquisition(new CSimulatedAcquisition(
+          [this](SFrame& frame, double& periodSeconds) { return takeFrame(frame, periodSeconds); })) {
     reset();
+}
+
+CSimulatedCamera::~CSimulatedCamera() {
+    m_Acquisition.reset();
+}
+
+void CSimulatedCamera::setAcquisitionListeners(CSimulatedAcquisition::FPayload payload,
+                                               CSimulatedAcquisition::FEvent event) {
+    m_Acquisition->setListeners(std::move(payload), std::move(event));
+}
+
+// The next frame as the registers describe it now; a single or multi-frame acquisition ends by itself.
+bool CSimulatedCamera::takeFrame(SFrame& frame, double& periodSeconds) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    if (!m_Acquiring)
+        return false;
+    frame.frameId = m_FramesTaken++;
+    frame.timestamp = static_cast<uint64_t>(
+        std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - m_Start)
+            .count());
+    std::memcpy(&frame.exposureTime, &m_Memory[R::ExposureTime], sizeof frame.exposureTime);
+    frame.width = load32(R::Width);
+    frame.height = load32(R::Height);
+    frame.pixelFormat = load32(R::PixelFormat);
+    frame.chunkMode = load32(R::ChunkModeActive) != 0;
+    for (int chunk = 0; chunk < static_cast<int>(EChunk::Count); ++chunk)
+        frame.chunkEnabled[chunk] = load32(R::ChunkEnable + 4 * chunk) != 0;
+    for (int event = 0; event < static_cast<int>(EEvent::Count); ++event)
+        frame.eventEnabled[event] = load32(R::EventNotification + 4 * event) != 0;
+    double rate;
+    std::memcpy(&rate, &m_Memory[R::AcquisitionFrameRate], sizeof rate);
+    periodSeconds = rate > 0 ? 1.0 / rate : 1.0;
+    const uint32_t mode = load32(R::AcquisitionMode);
+    const uint64_t frames = mode == 1 ? 1 : mode == 2 ? load32(R::AcquisitionFrameCount) : 0;
+    if (frames > 0 && m_FramesTaken >= frames)
+        m_Acquiring = false;
+    return true;
+}
+
+void CSimulatedCamera::startAcquisition() {
+    m_Acquiring = true;
+    m_FramesTaken = 0;
+    m_Acquisition->start();
 }
 
 void CSimulatedCamera::reset() {
@@ -53,6 +100,11 @@ void CSimulatedCamera::reset() {
     m_LatchBusy = 0;
     m_TriggerBusy = 0;
     m_Acquiring = false;
+    // Every chunk enabled, as cameras come; chunk mode and events stay off.
+    for (int chunk = 0; chunk < static_cast<int>(EChunk::Count); ++chunk)
+        store32(R::ChunkEnable + 4 * chunk, 1);
+    if (m_Acquisition)
+        m_Acquisition->stop();
 }
 
 GenApi::EAccessMode CSimulatedCamera::GetAccessMode() const {
@@ -122,11 +174,12 @@ void CSimulatedCamera::applyWrite(int64_t address, int64_t length) {
         startCommand(R::TriggerSoftware);
     }
     if (overlaps(address, length, R::AcquisitionStart, 4) && load32(R::AcquisitionStart) != 0) {
-        m_Acquiring = true;
+        startAcquisition();
         store32(R::AcquisitionStart, 0);
     }
     if (overlaps(address, length, R::AcquisitionStop, 4) && load32(R::AcquisitionStop) != 0) {
         m_Acquiring = false;
+        m_Acquisition->stop();
         store32(R::AcquisitionStop, 0);
     }
 }

@@ -4,8 +4,10 @@
 
 #include <GenApi/GenApi.h>
 #include <GenApi/PortImpl.h>
+#include "SimulatedAcquisition.h"
 #include "SimulatedFiles.h"
 #include <atomic>
+#include <memory>
 #include <chrono>
 #include <mutex>
 #include <string>
@@ -19,6 +21,7 @@ public:
     enum class EFailure { None, IoError, Timeout };
 
     CSimulatedCamera();
+    ~CSimulatedCamera() override;
 
     // The camera description (GenICam XML) that matches this register space.
     static const std::string& description();
@@ -45,10 +48,16 @@ public:
     std::string fileContent(CSimulatedFiles::EFile file) const;
     void setFileContent(CSimulatedFiles::EFile file, const std::string& content);
     bool isAcquiring() const { return m_Acquiring; }
+    // Receives, from the camera's own thread, each frame's payload and event messages while it acquires
+    // (AcquisitionStart to AcquisitionStop, or the frames of a single or multi-frame acquisition).
+    void setAcquisitionListeners(CSimulatedAcquisition::FPayload payload,
+                                 CSimulatedAcquisition::FEvent event);
     uint64_t readCount() const { return m_Reads; }
     uint64_t writeCount() const { return m_Writes; }
 
 private:
+    bool takeFrame(SFrame& frame, double& periodSeconds);
+    void startAcquisition();
     void checkTransfer(int64_t address, int64_t length) const;
     void refreshTemperatures(int64_t address, int64_t length);
     void countBusyReads(int64_t address, int64_t length);
@@ -74,6 +83,9 @@ private:
     std::atomic<bool> m_Acquiring{false};
     std::atomic<uint64_t> m_Reads{0};
     std::atomic<uint64_t> m_Writes{0};
+    uint64_t m_FramesTaken = 0;
+    // Last, so that its thread ends before anything it reads goes.
+    std::unique_ptr<CSimulatedAcquisition> m_Acquisition;
 };
 
 }  // namespace SimCamera

@@ -65,7 +65,11 @@ constexpr int64_t FileOperationResult = 0x051C;
 constexpr int64_t FileSize = 0x0520;          // four files, 4 bytes apart
 constexpr int64_t FileAccessBuffer = 0x0600;  // 256 bytes
 constexpr int64_t FileAccessBufferLength = 256;
-constexpr int64_t EventExposureEndTimestamp = 0x0700;  // 8 bytes
+constexpr int64_t ChunkModeActive = 0x0800;
+constexpr int64_t ChunkSelector = 0x0804;
+constexpr int64_t ChunkEnable = 0x0810;  // one per chunk, 4 bytes apart
+constexpr int64_t EventSelector = 0x0840;
+constexpr int64_t EventNotification = 0x0844;  // one per event, 4 bytes apart
 constexpr int64_t Size = 0x1000;
 
 }  // namespace Registers

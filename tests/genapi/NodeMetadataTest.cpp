@@ -32,7 +32,9 @@ TEST_F(SimulatedCameraTest, DescriptiveMetadataComesFromTheDescription) {
     EXPECT_STREQ(node("Height")->GetDisplayName().c_str(), "Height");
     EXPECT_EQ(node("TestReadOnlyInteger")->GetNameSpace(), Custom);
     EXPECT_TRUE(node("ExposureTimeAbs")->IsDeprecated());
-    EXPECT_STREQ(node("EventExposureEndTimestamp")->GetEventID().c_str(), "9001");
+    EXPECT_STREQ(node("EventExposureEnd")->GetEventID().c_str(), "9001");
+    EXPECT_STREQ(node("EventExposureEndPort")->GetEventID().c_str(), "9001");
+    EXPECT_STREQ(dynamic_cast<IChunkPort*>(node("ChunkFrameIDPort"))->GetChunkID().c_str(), "1001");
     EXPECT_EQ(node("DeviceTemperatureRaw")->GetPollingTime(), 1000);
     EXPECT_EQ(node("DeviceTemperature")->GetPollingTime(), -1);  // polled through its register
     EXPECT_EQ(node("Width")->GetPollingTime(), -1);
@@ -163,7 +165,7 @@ TEST_F(SimulatedCameraTest, AccessModesFollowRegistersLocksAndImposition) {
 TEST_F(SimulatedCameraTest, CategoriesFeaturesAndRelations) {
     FeatureList_t features;
     as<ICategory>("Root")->GetFeatures(features);
-    ASSERT_EQ(features.size(), 7u);
+    ASSERT_EQ(features.size(), 9u);
     EXPECT_STREQ(features[0]->GetNode()->GetName().c_str(), "DeviceControl");
     as<ICategory>("AnalogControl")->GetFeatures(features);
     EXPECT_EQ(features.size(), 5u);

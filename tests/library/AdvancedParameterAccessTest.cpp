@@ -89,7 +89,7 @@ TEST_F(AdvancedAccessTest, KeysOfFloatBooleanEnumerationAndCategoryNodes) {
     EXPECT_EQ(category->getProperty("Visibility"), "Beginner");
     EXPECT_EQ(category->getProperty("AccessMode"), "RO");
     EXPECT_EQ(access("TestReadOnlyInteger")->getProperty("Namespace"), "Custom");
-    EXPECT_EQ(access("EventExposureEndTimestamp")->getProperty("EventID"), "9001");
+    EXPECT_EQ(access("EventExposureEnd")->getProperty("EventID"), "9001");
     EXPECT_EQ(access("ExposureTimeAbs")->getProperty("IsDeprecated"), "true");
     EXPECT_EQ(access("WidthReg")->getProperty("IsFeature"), "false");
     EXPECT_EQ(access("EnumEntry_PixelFormat_Mono8")->getProperty("PrincipalInterfaceType"), "intfIEnumEntry");

@@ -1,0 +1,83 @@
+// The simulated camera's frame loop.
+#include "SimulatedAcquisition.h"
+#include <chrono>
+
+namespace SimCamera {
+
+CSimulatedAcquisition::CSimulatedAcquisition(FTakeFrame takeFrame) : m_TakeFrame(std::move(takeFrame)) {}
+
+CSimulatedAcquisition::~CSimulatedAcquisition() {
+    {
+        std::lock_guard<std::mutex> lock(m_Mutex);
+        m_Quit = true;
+    }
+    m_Changed.notify_all();
+    if (m_Thread.joinable())
+        m_Thread.join();
+}
+
+void CSimulatedAcquisition::setListeners(FPayload payload, FEvent event) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Payload = std::move(payload);
+    m_Event = std::move(event);
+}
+
+void CSimulatedAcquisition::start() {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Running = true;
+    // One thread for the camera's life, started with the first acquisition.
+    if (!m_Thread.joinable())
+        m_Thread = std::thread(&CSimulatedAcquisition::run, this);
+    m_Changed.notify_all();
+}
+
+void CSimulatedAcquisition::stop() {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Running = false;
+    m_Changed.notify_all();
+}
+
+void CSimulatedAcquisition::run() {
+    std::unique_lock<std::mutex> lock(m_Mutex);
+    while (!m_Quit) {
+        m_Changed.wait(lock, [this] { return m_Quit || m_Running; });
+        if (m_Quit)
+            break;
+        const auto due = std::chrono::steady_clock::now();
+        lock.unlock();
+        SFrame frame;
+        double period = 0;
+        const bool taken = m_TakeFrame(frame, period);
+        if (taken)
+            deliver(frame);
+        lock.lock();
+        if (!taken) {
+            m_Running = false;
+            continue;
+        }
+        const auto next = due + std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                                    std::chrono::duration<double>(period));
+        m_Changed.wait_until(lock, next, [this] { return m_Quit || !m_Running; });
+    }
+}
+
+// The listeners run without any lock of the camera's, so that they may call into the node map.
+void CSimulatedAcquisition::deliver(SFrame& frame) {
+    FPayload payload;
+    FEvent event;
+    {
+        std::lock_guard<std::mutex> lock(m_Mutex);
+        payload = m_Payload;
+        event = m_Event;
+    }
+    if (event) {
+        for (std::vector<uint8_t>& message : frameEvents(frame))
+            event(message);
+    }
+    if (payload) {
+        std::vector<uint8_t> bytes = framePayload(frame);
+        payload(bytes, frame.chunkMode);
+    }
+}
+
+}  // namespace SimCamera
