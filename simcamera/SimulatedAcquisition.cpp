@@ -17,7 +17,9 @@ CSimulatedAcquisition::~CSimulatedAcquisition() {
 }
 
 void CSimulatedAcquisition::setListeners(FPayload payload, FEvent event) {
-    std::lock_guard<std::mutex> lock(m_Mutex);
+    std::unique_lock<std::mutex> lock(m_Mutex);
+    if (std::this_thread::get_id() != m_Thread.get_id())
+        m_Changed.wait(lock, [this] { return !m_Delivering; });
     m_Payload = std::move(payload);
     m_Event = std::move(event);
 }
@@ -69,15 +71,23 @@ void CSimulatedAcquisition::deliver(SFrame& frame) {
         std::lock_guard<std::mutex> lock(m_Mutex);
         payload = m_Payload;
         event = m_Event;
+        m_Delivering = true;
     }
-    if (event) {
-        for (std::vector<uint8_t>& message : frameEvents(frame))
-            event(message);
+    // A listener's failure is the listener's: the camera goes on with the next frame.
+    try {
+        if (event) {
+            for (std::vector<uint8_t>& message : frameEvents(frame))
+                event(message);
+        }
+        if (payload) {
+            std::vector<uint8_t> bytes = framePayload(frame);
+            payload(bytes, frame.chunkMode);
+        }
+    } catch (...) {
     }
-    if (payload) {
-        std::vector<uint8_t> bytes = framePayload(frame);
-        payload(bytes, frame.chunkMode);
-    }
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    m_Delivering = false;
+    m_Changed.notify_all();
 }
 
 }  // namespace SimCamera

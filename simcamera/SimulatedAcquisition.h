@@ -21,6 +21,8 @@ public:
     explicit CSimulatedAcquisition(FTakeFrame takeFrame);
     ~CSimulatedAcquisition();
 
+    // Replaces the listeners; once it returns, the old ones are not running and will not run again (so call
+    // it without holding anything a listener waits for).
     void setListeners(FPayload payload, FEvent event);
     // Starts or stops the loop; neither waits for a frame in progress, so both may be called with the
     // camera's register space locked.
@@ -37,6 +39,7 @@ private:
     FPayload m_Payload;
     FEvent m_Event;
     bool m_Running = false;
+    bool m_Delivering = false;
     bool m_Quit = false;
     std::thread m_Thread;
 };

@@ -28,6 +28,10 @@ public:
     ParameterCollection::CParameterCollection& collection() { return *m_Collection; }
     // The camera device's node map, for what the collection does not show (the category tree, the XML).
     GenApi::INodeMap* nodeMap() const { return m_NodeMap; }
+    // The simulated camera itself, when the device is one: it sends frames and events to listeners.
+    SimCamera::CSimulatedCamera* simulatedCamera() const {
+        return m_Simulated ? &m_Simulated->camera() : nullptr;
+    }
 
     // Who controls a GigE Vision device: another application (features read only) or nobody any more.
     GenApiEngine::EDeviceControl control() const;

@@ -1,6 +1,7 @@
 // The commands of camera-parameters on the public interface of the collection.
 #include "ParameterTool.h"
 #include "NameSuggestion.h"
+#include "AcquisitionCommands.h"
 #include "DeviceFilesCommands.h"
 #include "FeatureInspector.h"
 #include "RegisterAccess.h"
@@ -70,6 +71,11 @@ int CParameterTool::run() {
         return relations();
     if (command == "dump")
         return dump();
+    CAcquisitionCommands acquisition(m_Session, m_Out, m_Err, m_Options.json);
+    if (command == "chunks")
+        return acquisition.chunks(m_Options.frames);
+    if (command == "events")
+        return acquisition.events(m_Options.seconds);
     CDeviceFilesCommands deviceFiles(m_Collection, m_Out, m_Err, m_Options.json);
     if (command == "save")
         return deviceFiles.save(m_Options.arguments.at(0), m_Options.allowEmpty);

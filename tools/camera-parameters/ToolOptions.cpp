@@ -4,9 +4,9 @@
 
 namespace {
 
-const QStringList commands = {"list",    "get",      "set",  "watch",    "relations", "dump",
-                              "devices", "validate", "tree", "describe", "genicam",   "execute",
-                              "shell",   "help",     "save", "load",     "files",     "file"};
+const QStringList commands = {"list",     "get",  "set",      "watch",   "relations", "dump",  "devices",
+                              "validate", "tree", "describe", "genicam", "execute",   "shell", "help",
+                              "save",     "load", "files",    "file",    "chunks",    "events"};
 const QStringList visibilities = {"Beginner", "Expert", "Guru", "Invisible"};
 
 }  // namespace
@@ -57,6 +57,11 @@ bool CToolOptions::takeOption(const QStringList& all, int& index) {
         }
         if (visibility.compare(wanted, Qt::CaseInsensitive) != 0)
             m_Error = "Unknown visibility '" + wanted + "'.";
+    } else if (option == "--frames" && hasValue) {
+        bool ok = false;
+        frames = all.at(++index).toInt(&ok);
+        if (!ok || frames < 1)
+            m_Error = "--frames takes a number of frames, at least 1.";
     } else if (option == "--seconds" && hasValue) {
         bool ok = false;
         seconds = all.at(++index).toDouble(&ok);
@@ -93,6 +98,8 @@ void CToolOptions::checkArguments() {
                !((arguments.value(0) == "get" && (arguments.size() == 2 || arguments.size() == 3)) ||
                  (arguments.value(0) == "put" && arguments.size() == 3))) {
         m_Error = "Use: file get NAME [OUTPUT] or file put NAME INPUT.";
+    } else if ((command == "chunks" || command == "events") && !arguments.isEmpty()) {
+        m_Error = command + " takes no arguments.";
     } else if (command == "tree" && arguments.size() > 1) {
         m_Error = "tree takes at most one category or feature name.";
     }
@@ -135,6 +142,12 @@ const CCommandHelp& commandHelp() {
             "register in the description's byte order"},
            {"watch NAME... [--seconds S]", "print each change while the device is polled"},
            {"relations NAME", "category features, selected and selecting features, and the category path"},
+           {"chunks [--frames N]",
+            "acquire N frames (10) and print each frame's chunk values (simulated camera; ChunkModeActive "
+            "on)"},
+           {"events [--seconds S]",
+            "acquire and print each event that arrives, with its data (simulated camera; an event's "
+            "EventNotification on)"},
            {"dump", "every parameter as one JSON object a line"},
            {"devices",
             "the devices Aravis finds, by the name --device takes, with model, protocol and address"},
@@ -174,7 +187,8 @@ const CCommandHelp& commandHelp() {
            {"--visibility V", "Beginner, Expert, Guru (default) or Invisible"},
            {"--filter TEXT", "only names that contain the text, in any case"},
            {"--all", "every node, not only features"},
-           {"--seconds S", "how long watch runs, how long execute waits"}},
+           {"--seconds S", "how long watch and events run, how long execute waits"},
+           {"--frames N", "how many frames chunks prints"}},
           ""},
          {"Exit codes",
           {{"0", "done"},

@@ -28,6 +28,7 @@ public:
     QString visibility = "Guru";  // the most expert visibility listed
     QString filter;
     double seconds = 3.0;
+    int frames = 10;  // chunks: frames to print
     QString command = "list";
     QStringList arguments;
     // The writes of set, in order: NAME=VALUE pairs, or the one NAME VALUE pair.
