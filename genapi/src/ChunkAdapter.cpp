@@ -1,6 +1,7 @@
 // The chunk adapters' common part: a chunk port for every chunk port node of the attached node map.
 #include <GenApi/GenApi.h>
 #include <GenApi/ChunkAdapter.h>
+#include "AdapterPorts.h"
 
 using namespace GENAPI_NAMESPACE;
 
@@ -19,20 +20,11 @@ void CChunkAdapter::AttachNodeMap(INodeMap* pNodeMap) {
     DetachNodeMap();
     if (!pNodeMap)
         return;
-    NodeList_t nodes;
-    pNodeMap->GetNodes(nodes);
-    for (INode* node : nodes) {
-        if (node->GetPrincipalInterfaceType() != intfIPort)
-            continue;
+    GenApiEngine::attachPorts(pNodeMap, *m_ppChunkPorts, [](CChunkPort& port, INode* node) {
         IChunkPort* chunkPort = dynamic_cast<IChunkPort*>(node);
-        if (!chunkPort || chunkPort->GetChunkID().empty())
-            continue;
-        CChunkPort* port = new CChunkPort;
-        if (port->AttachPort(chunkPort))
-            m_ppChunkPorts->push_back(port);
-        else
-            delete port;
-    }
+        return node->GetPrincipalInterfaceType() == intfIPort && chunkPort &&
+               !chunkPort->GetChunkID().empty() && port.AttachPort(chunkPort);
+    });
 }
 
 void CChunkAdapter::DetachNodeMap() {

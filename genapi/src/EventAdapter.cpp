@@ -1,6 +1,7 @@
 // The event adapters' common part: an event port for every node of the attached node map with an EventID.
 #include <GenApi/GenApi.h>
 #include <GenApi/EventAdapter.h>
+#include "AdapterPorts.h"
 
 using namespace GENAPI_NAMESPACE;
 
@@ -18,17 +19,9 @@ void CEventAdapter::AttachNodeMap(INodeMap* pNodeMap) {
     DetachNodeMap();
     if (!pNodeMap)
         return;
-    NodeList_t nodes;
-    pNodeMap->GetNodes(nodes);
-    for (INode* node : nodes) {
-        if (node->GetEventID().empty())
-            continue;
-        CEventPort* port = new CEventPort;
-        if (port->AttachNode(node))
-            m_ppEventPorts->push_back(port);
-        else
-            delete port;
-    }
+    GenApiEngine::attachPorts(pNodeMap, *m_ppEventPorts, [](CEventPort& port, INode* node) {
+        return !node->GetEventID().empty() && port.AttachNode(node);
+    });
 }
 
 void CEventAdapter::DetachNodeMap() {
