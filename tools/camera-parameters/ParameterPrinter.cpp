@@ -81,8 +81,9 @@ QString CParameterPrinter::accessText(bool implemented, bool readable, bool writ
 QString CParameterPrinter::visibilityText(int visibility) {
     if (visibility < GenApi::Beginner || visibility > GenApi::Invisible)
         return QStringLiteral("Undefined");
-    return QString::fromLatin1(
-        GenApi::EVisibilityClass::ToString(static_cast<GenApi::EVisibility>(visibility)));
+    const GenICam::gcstring name =
+        GenApi::EVisibilityClass::ToString(static_cast<GenApi::EVisibility>(visibility));
+    return QString::fromLatin1(name.c_str());
 }
 
 QString CParameterPrinter::valueText(IParameter& parameter) {
