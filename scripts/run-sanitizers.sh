@@ -5,8 +5,10 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 label="${1:-.}"
 "$here/scripts/setup.sh" >/dev/null
-export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$here/scripts/tsan.supp"
-export ASAN_OPTIONS="detect_leaks=1 halt_on_error=1"
+# The engine tries a large allocation before it lets Aravis make it: a sanitizer must answer null then,
+# as malloc does, instead of stopping the program.
+export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 allocator_may_return_null=1 suppressions=$here/scripts/tsan.supp"
+export ASAN_OPTIONS="detect_leaks=1 halt_on_error=1 allocator_may_return_null=1"
 export LSAN_OPTIONS="suppressions=$here/scripts/lsan.supp"
 export UBSAN_OPTIONS="print_stacktrace=1 halt_on_error=1"
 for sanitizer in thread "address,undefined"; do

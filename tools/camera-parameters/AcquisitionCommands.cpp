@@ -70,12 +70,12 @@ void CAcquisitionCommands::stopAcquisition() {
 }
 
 void CAcquisitionCommands::push(const QJsonObject& record) {
-    QMutexLocker lock(&m_Mutex);
+    std::lock_guard<std::mutex> lock(m_Mutex);
     m_Records.append(record);
 }
 
 QVector<QJsonObject> CAcquisitionCommands::take() {
-    QMutexLocker lock(&m_Mutex);
+    std::lock_guard<std::mutex> lock(m_Mutex);
     QVector<QJsonObject> taken;
     taken.swap(m_Records);
     return taken;
@@ -133,10 +133,10 @@ int CAcquisitionCommands::chunks(int frames) {
                     adapter.DetachBuffer();
                 }
             } catch (const GenICam::GenericException& e) {
-                QMutexLocker lock(&m_Mutex);
+                std::lock_guard<std::mutex> lock(m_Mutex);
                 m_Failure = e.GetDescription();
             } catch (const Core::Exception::BaseException& e) {
-                QMutexLocker lock(&m_Mutex);
+                std::lock_guard<std::mutex> lock(m_Mutex);
                 m_Failure = e.getMessage();
             }
             push(record);
@@ -150,6 +150,13 @@ int CAcquisitionCommands::chunks(int frames) {
     // A frame takes at most a second at the lowest frame rate; an acquisition that ends early is named.
     bool ended = false;
     while (printed < frames && result == CParameterTool::Done) {
+        // Once the camera stops (or the time is up), the frame it is delivering is waited for: taking the
+        // listeners away returns only when no frame is being delivered.
+        if (!ended &&
+            (!m_Session.simulatedCamera()->isAcquiring() || clock.elapsed() > 2000 + 1100LL * frames)) {
+            m_Session.simulatedCamera()->setAcquisitionListeners(nullptr, nullptr);
+            ended = true;
+        }
         for (const QJsonObject& record : take()) {
             if (printed < frames)
                 print(record, "frame " + QString::number(record["frame"].toInt()) + ":");
@@ -159,8 +166,6 @@ int CAcquisitionCommands::chunks(int frames) {
             result = CParameterTool::Interrupted;
         else if (printed < frames && ended)
             result = CParameterTool::Failed;
-        // One more round after the camera stopped, for the frame it was delivering.
-        ended = !m_Session.simulatedCamera()->isAcquiring() || clock.elapsed() > 2000 + 1100LL * frames;
         QThread::msleep(5);
     }
     if (printed < frames && result == CParameterTool::Failed)

@@ -6,9 +6,9 @@
 #include "DeviceSession.h"
 #include "ParameterPrinter.h"
 #include <QJsonObject>
-#include <QMutex>
 #include <QTextStream>
 #include <QVector>
+#include <mutex>
 
 class CAcquisitionCommands {
 public:
@@ -37,7 +37,8 @@ private:
     QTextStream& m_Err;
     bool m_Json;
     bool m_StartedHere = false;
-    QMutex m_Mutex;
+    // A standard mutex: the camera's thread and this one share the records (and ThreadSanitizer sees it).
+    std::mutex m_Mutex;
     QVector<QJsonObject> m_Records;
     QString m_Failure;
 };
