@@ -86,13 +86,11 @@ bool CChunkPort::AttachPort(IPort* pPort) {
     IChunkPort* chunkPort = dynamic_cast<IChunkPort*>(pPort);
     if (!node || !chunkPort)
         return false;
-    const std::vector<uint8_t> id = GenApiEngine::idBytes(chunkPort->GetChunkID().c_str());
-    if (chunkPort->GetChunkID().empty())
+    const GENICAM_NAMESPACE::gcstring id = chunkPort->GetChunkID();
+    if (id.empty())
         return false;
-    delete[] m_pChunkIDBuffer;
-    m_pChunkIDBuffer = GenApiEngine::copyIdBytes(id);
-    m_ChunkIDLength = static_cast<int>(id.size());
-    m_ChunkIDNumberValid = GenApiEngine::idNumber(m_pChunkIDBuffer, m_ChunkIDLength, m_ChunkIDNumber);
+    GenApiEngine::keepId(id.c_str(), m_pChunkIDBuffer, m_ChunkIDLength, m_ChunkIDNumber,
+                         m_ChunkIDNumberValid);
     m_CacheData = chunkPort->CacheChunkData() == Yes;
     m_ptrPort = node;
     node->GetNodeMap()->Connect(static_cast<IPort*>(this), node->GetName());

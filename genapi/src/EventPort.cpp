@@ -70,11 +70,8 @@ bool CEventPort::AttachNode(INode* pNode) {
     DetachNode();
     if (!pNode || pNode->GetEventID().empty())
         return false;
-    const std::vector<uint8_t> id = GenApiEngine::idBytes(pNode->GetEventID().c_str());
-    delete[] m_pEventIDBuffer;
-    m_pEventIDBuffer = GenApiEngine::copyIdBytes(id);
-    m_EventIDLength = static_cast<int>(id.size());
-    m_EventIDNumberValid = GenApiEngine::idNumber(m_pEventIDBuffer, m_EventIDLength, m_EventIDNumber);
+    GenApiEngine::keepId(pNode->GetEventID().c_str(), m_pEventIDBuffer, m_EventIDLength, m_EventIDNumber,
+                         m_EventIDNumberValid);
     m_ptrNode = pNode;
     m_IsAttachedToPortNode = pNode->GetPrincipalInterfaceType() == intfIPort;
     if (m_IsAttachedToPortNode)

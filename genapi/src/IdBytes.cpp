@@ -58,12 +58,14 @@ bool sameId(const uint8_t* a, int aLength, const uint8_t* b, int bLength) {
     return aLength == bLength && std::memcmp(a, b, static_cast<size_t>(aLength)) == 0;
 }
 
-uint8_t* copyIdBytes(const std::vector<uint8_t>& bytes) {
-    if (bytes.empty())
-        return nullptr;
-    uint8_t* copy = new uint8_t[bytes.size()];
-    std::memcpy(copy, bytes.data(), bytes.size());
-    return copy;
+void keepId(const std::string& text, uint8_t*& bytes, int& length, uint64_t& number, bool& numberValid) {
+    const std::vector<uint8_t> id = idBytes(text);
+    delete[] bytes;
+    bytes = id.empty() ? nullptr : new uint8_t[id.size()];
+    if (bytes)
+        std::memcpy(bytes, id.data(), id.size());
+    length = static_cast<int>(id.size());
+    numberValid = idNumber(bytes, length, number);
 }
 
 }  // namespace GenApiEngine

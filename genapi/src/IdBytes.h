@@ -14,8 +14,8 @@ std::vector<uint8_t> idBytes(const std::string& text);
 bool idNumber(const uint8_t* bytes, int length, uint64_t& number);
 // Equal IDs: the same bytes once leading zero bytes are left out.
 bool sameId(const uint8_t* a, int aLength, const uint8_t* b, int bLength);
-// Copies an ID's bytes into a buffer of its own, owned by the caller (delete[]).
-uint8_t* copyIdBytes(const std::vector<uint8_t>& bytes);
+// Replaces an ID kept as a byte buffer (owned, delete[]) and a number with the ID of the given text.
+void keepId(const std::string& text, uint8_t*& bytes, int& length, uint64_t& number, bool& numberValid);
 
 }  // namespace GenApiEngine
 
