@@ -424,9 +424,10 @@ bool CNodeMapImpl::Connect(IPort* pPort, const gcstring& PortName) const {
         setTaggedPort(m_Device, tag, pPort);
     else if (m_UserPorts.size() == 1 || PortName == "Device" || m_Routing.tagged())
         setDevicePort(m_Device, pPort);
-    if (IPortConstruct* construct = dynamic_cast<IPortConstruct*>(pPort)) {
+    if (IPortConstruct* construct = dynamic_cast<IPortConstruct*>(pPort))
         construct->SetPortImpl(dynamic_cast<IPort*>(target));
-    }
+    else if (IPortStackedConstruct* stacked = dynamic_cast<IPortStackedConstruct*>(pPort))
+        stacked->SetPortImpl(dynamic_cast<IPortStacked*>(target));
     target->InvalidateNode();
     return true;
 }

@@ -11,6 +11,8 @@ struct PortState {
     std::map<int, GenApi::IPort*> tagged;
     int shift = 0;
     GenApiEngine::CRegisterCache* cache = nullptr;
+    // Write lists that record the writes each port takes.
+    std::map<GenApi::IPort*, GenApi::IPortWriteList*> recorders;
     std::exception_ptr lastError;
 };
 
@@ -85,8 +87,13 @@ gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
 gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error) {
     GenApiEngine::CRegisterCache* cache = stateOf(device)->cache;
     const int64_t start = static_cast<int64_t>(address);
-    const gboolean done = transfer(
-        device, start, error, [&](GenApi::IPort* port, int64_t local) { port->Write(buffer, local, size); });
+    PortState* state = stateOf(device);
+    const gboolean done = transfer(device, start, error, [&](GenApi::IPort* port, int64_t local) {
+        port->Write(buffer, local, size);
+        const auto recorder = state->recorders.find(port);
+        if (recorder != state->recorders.end())
+            recorder->second->Write(buffer, local, size);
+    });
     if (cache) {
         if (done)
             cache->afterWrite(start, size, buffer);
@@ -145,6 +152,13 @@ void setTaggedPort(ArvDevice* device, int tag, GenApi::IPort* port) {
 
 void setDeviceCache(ArvDevice* device, CRegisterCache* cache) {
     stateOf(device)->cache = cache;
+}
+
+void setPortRecorder(ArvDevice* device, GenApi::IPort* port, GenApi::IPortWriteList* list) {
+    if (list)
+        stateOf(device)->recorders[port] = list;
+    else
+        stateOf(device)->recorders.erase(port);
 }
 
 bool isPortDevice(ArvDevice* device) {

@@ -3,6 +3,7 @@
 #define GENAPI_ENGINE_PORTDEVICE_H
 
 #include <GenApi/IPort.h>
+#include <GenApi/IPortRecorder.h>
 #include <arv.h>
 #include "RegisterCache.h"
 #include <exception>
@@ -19,6 +20,8 @@ void setTagShift(ArvDevice* device, int shift);
 void setTaggedPort(ArvDevice* device, int tag, GenApi::IPort* port);
 // Lets reads be served from, and transfers update, a register cache (null for none).
 void setDeviceCache(ArvDevice* device, CRegisterCache* cache);
+// Records (or, with null, stops recording) the writes a port takes into a write list.
+void setPortRecorder(ArvDevice* device, GenApi::IPort* port, GenApi::IPortWriteList* list);
 // True for devices made by createPortDevice.
 bool isPortDevice(ArvDevice* device);
 // Takes the exception the port raised during the last failed transfer, if any.

@@ -1,6 +1,7 @@
 // IPort on a port node: user ports take the transfer directly, device maps go through Aravis.
 #include "PortNode.h"
 #include "NodeMapImpl.h"
+#include "PortDevice.h"
 #include <cinttypes>
 
 using namespace GENAPI_NAMESPACE;
@@ -78,7 +79,48 @@ void CPortNode::Write(const void* pBuffer, int64_t Address, int64_t Length) {
                                            static_cast<guint32>(Length), const_cast<void*>(pBuffer), e);
         });
     }
+    if (m_Recording)
+        m_Recording->Write(pBuffer, Address, Length);
     InvalidateNode();
+}
+
+void CPortNode::Write(PORT_REGISTER_STACK_ENTRY* pEntries, size_t numEntries) {
+    CMapEntry entry(map());
+    if (!pEntries && numEntries > 0)
+        raise(EError::InvalidArgument, "Write", "no entries");
+    for (size_t i = 0; i < numEntries; ++i)
+        Write(pEntries[i].pBuffer, static_cast<int64_t>(pEntries[i].Address),
+              static_cast<int64_t>(pEntries[i].Size));
+}
+
+// Writes the list's entries through this port in their order, then tells the nodes behind it.
+void CPortNode::Replay(IPortWriteList* pPortRecorder, bool Invalidate) {
+    CMapEntry entry(map());
+    if (pPortRecorder)
+        pPortRecorder->Replay(this);
+    if (Invalidate)
+        InvalidateNode();
+}
+
+// Writes of the registers behind this port reach its user port through the map's device, so the device
+// records them; the port's own writes are recorded here.
+void CPortNode::StartRecording(IPortWriteList* pPortRecorder) {
+    CMapEntry entry(map());
+    recordThroughDevice(pPortRecorder);
+    m_Recording = pPortRecorder;
+}
+
+void CPortNode::StopRecording() {
+    CMapEntry entry(map());
+    recordThroughDevice(nullptr);
+    m_Recording = nullptr;
+}
+
+void CPortNode::recordThroughDevice(IPortWriteList* list) {
+    IPort* port = map().userPort(name());
+    ArvDevice* device = map().device();
+    if (port && device && isPortDevice(device))
+        setPortRecorder(device, port, list);
 }
 
 }  // namespace GenApiEngine

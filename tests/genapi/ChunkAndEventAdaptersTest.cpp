@@ -1,9 +1,13 @@
 // Chunk data and events through GenApi's adapters: a payload's chunks and an event's data reach the chunk and
 // event ports whose IDs they carry, with GenApi's access, callbacks, caching and refusals.
 #include "MemoryDescriptions.h"
+#include <GenApi/ChunkAdapterDcam.h>
 #include <GenApi/ChunkAdapterGEV.h>
+#include <GenApi/ChunkAdapterGenDC.h>
 #include <GenApi/ChunkAdapterGeneric.h>
 #include <GenApi/ChunkAdapterU3V.h>
+#include <GenApi/EventAdapter1394.h>
+#include <GenApi/EventAdapterCL.h>
 #include <GenApi/EventAdapterGEV.h>
 #include <GenApi/EventAdapterGeneric.h>
 #include <GenApi/EventAdapterU3V.h>
@@ -70,6 +74,25 @@ std::vector<uint8_t> payload(uint32_t frameId, uint32_t exposure, bool bigEndian
     putLittle(bytes, exposure);
     trailer(0xabcd, 4);
     return bytes;
+}
+
+// An IIDC trailer: the chunk's GUID (the ID's bytes, right-aligned), the length and its complement.
+void dcamTrailer(std::vector<uint8_t>& bytes, uint32_t id, uint32_t length) {
+    putBig(bytes, 0, 8);
+    putBig(bytes, 0, 4);
+    putBig(bytes, id, 4);
+    putBig(bytes, length, 4);
+    putBig(bytes, ~length, 4);
+}
+
+uint32_t crc32(const std::vector<uint8_t>& bytes) {
+    uint32_t crc = 0xFFFFFFFFu;
+    for (uint8_t byte : bytes) {
+        crc ^= byte;
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ ((crc & 1u) ? 0xEDB88320u : 0u);
+    }
+    return ~crc;
 }
 
 struct SCounter {
@@ -239,4 +262,69 @@ TEST_F(ChunkAndEventAdapters, EventsReachTheirPortsAndMalformedMessagesAreRefuse
     generic.DeliverMessage(other.data(), 16, gcstring("9001"));
     EXPECT_EQ(timestamp->GetValue(), 78);
     EXPECT_THROW(generic.DeliverMessage(other.data(), 16, gcstring("123")), GenICam::RuntimeException);
+}
+
+TEST_F(ChunkAndEventAdapters, IidcGenDCAndCameraLinkLayoutsReachTheirPorts) {
+    // IIDC: GUID trailers walked from the end, with or without a closing CRC-32.
+    std::vector<uint8_t> buffer(8, 0x55);
+    dcamTrailer(buffer, 1, 8);
+    putLittle(buffer, 4711);
+    dcamTrailer(buffer, 0x11, 4);
+    CChunkAdapterDcam dcam(map());
+    EXPECT_TRUE(dcam.CheckBufferLayout(buffer.data(), static_cast<int64_t>(buffer.size())));
+    EXPECT_FALSE(dcam.HasCRC(buffer.data(), static_cast<int64_t>(buffer.size())));
+    AttachStatistics_t statistics;
+    dcam.AttachBuffer(buffer.data(), static_cast<int64_t>(buffer.size()), &statistics);
+    EXPECT_EQ(statistics.NumChunks, 2);
+    EXPECT_EQ(statistics.NumAttachedChunks, 1);
+    EXPECT_EQ(integer("ChunkFrameID")->GetValue(), 4711);
+    std::vector<uint8_t> withCrc = buffer;
+    putBig(withCrc, crc32(buffer), 4);
+    EXPECT_TRUE(dcam.HasCRC(withCrc.data(), static_cast<int64_t>(withCrc.size())));
+    EXPECT_TRUE(dcam.CheckCRC(withCrc.data(), static_cast<int64_t>(withCrc.size())));
+    withCrc[3] ^= 1;
+    EXPECT_FALSE(dcam.CheckCRC(withCrc.data(), static_cast<int64_t>(withCrc.size())));
+    // A length whose complement does not match is no trailer: the buffer is refused, the last one stays.
+    std::vector<uint8_t> broken = buffer;
+    broken.back() ^= 1;
+    EXPECT_FALSE(dcam.CheckBufferLayout(broken.data(), static_cast<int64_t>(broken.size())));
+    EXPECT_THROW(dcam.AttachBuffer(broken.data(), static_cast<int64_t>(broken.size())),
+                 GenICam::RuntimeException);
+    EXPECT_EQ(integer("ChunkFrameID")->GetValue(), 4711);
+    dcam.DetachNodeMap();
+
+    // GenDC metadata: the USB3 Vision walk.
+    CChunkAdapterGenDC genDC(map());
+    std::vector<uint8_t> u3vPayload = payload(12, 34, false);
+    genDC.AttachBuffer(u3vPayload.data(), static_cast<int64_t>(u3vPayload.size()));
+    EXPECT_EQ(integer("ChunkFrameID")->GetValue(), 12);
+    EXPECT_EQ(integer("ChunkExposure")->GetValue(), 34);
+    genDC.DetachNodeMap();
+
+    // Camera Link: GenCP behind the serial prefix (preamble 0x0100, two CRC-16s, channel).
+    CIntegerPtr timestamp = integer("EventExposureEndTimestamp");
+    CEventAdapterCL cl(map());
+    std::vector<uint8_t> clMessage{0x00, 0x01, 0, 0, 0, 0, 0, 0};
+    clMessage.insert(clMessage.end(), {0x00, 0x00, 0x00, 0x0c, 16, 0x00, 0x01, 0x00});
+    clMessage.insert(clMessage.end(), {0x00, 0x00, 0x01, 0x90});
+    putBig(clMessage, 0, 4);
+    putBig(clMessage, 0x0A0B0C0D0E0F1011ULL, 8);
+    cl.DeliverMessage(clMessage.data(), static_cast<uint32_t>(clMessage.size()));
+    EXPECT_EQ(timestamp->GetValue(), 0x0A0B0C0D0E0F1011LL);
+    std::vector<uint8_t> wrongPreamble = clMessage;
+    wrongPreamble[1] = 0x02;
+    EXPECT_THROW(cl.DeliverMessage(wrongPreamble.data(), static_cast<uint32_t>(wrongPreamble.size())),
+                 GenICam::RuntimeException);
+    EXPECT_THROW(cl.DeliverMessage(clMessage.data(), 12), GenICam::RuntimeException);
+    cl.DetachNodeMap();
+
+    // IIDC events: the ID in the first quadlet's low half; address 0 is the message's first byte.
+    CEventAdapter1394 iidc(map());
+    std::vector<uint8_t> iidcMessage;
+    putBig(iidcMessage, 0x9001, 4);
+    putBig(iidcMessage, 0, 4);
+    putBig(iidcMessage, 99, 8);
+    iidc.DeliverMessage(iidcMessage.data(), static_cast<uint32_t>(iidcMessage.size()));
+    EXPECT_EQ(timestamp->GetValue(), 99);
+    EXPECT_THROW(iidc.DeliverMessage(iidcMessage.data(), 3), GenICam::RuntimeException);
 }

@@ -31,5 +31,7 @@
 #include <GenApi/NodeCallback.h>
 #include <GenApi/Persistence.h>
 #include <GenApi/StructPort.h>
+#include <GenApi/SelectorSet.h>
+#include <GenApi/GenApiLinkage.h>
 
 #endif

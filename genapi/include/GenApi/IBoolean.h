@@ -18,6 +18,23 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IBoolean : virtual public IValue {
     }
 };
 
+// A reference forwarding the boolean interface to a bound node.
+template <class T, class I = IBoolean>
+class CBooleanRefT : public CValueRefT<T, I> {
+public:
+    virtual void SetValue(bool Value, bool Verify = true) { this->Bound()->SetValue(Value, Verify); }
+    virtual IBoolean& operator=(bool Value) {
+        this->Bound()->SetValue(Value);
+        return *this;
+    }
+    virtual bool GetValue(bool Verify = false, bool IgnoreCache = false) const {
+        return this->Bound()->GetValue(Verify, IgnoreCache);
+    }
+    virtual bool operator()() const { return this->Bound()->GetValue(); }
+};
+
+typedef CBooleanRefT<IBoolean> CBooleanRef;
+
 }  // namespace GENAPI_NAMESPACE
 
 #endif

@@ -12,6 +12,17 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT ICommand : virtual public IValue {
     virtual bool IsDone(bool Verify = true) = 0;
 };
 
+// A reference forwarding the command interface to a bound node.
+template <class T, class I = ICommand>
+class CCommandRefT : public CValueRefT<T, I> {
+public:
+    virtual void Execute(bool Verify = true) { this->Bound()->Execute(Verify); }
+    virtual void operator()() { this->Bound()->Execute(); }
+    virtual bool IsDone(bool Verify = true) { return this->Bound()->IsDone(Verify); }
+};
+
+typedef CCommandRefT<ICommand> CCommandRef;
+
 }  // namespace GENAPI_NAMESPACE
 
 #endif

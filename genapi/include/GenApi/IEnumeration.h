@@ -19,18 +19,6 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IEnumeration : virtual public IValue {
     virtual IEnumEntry* GetCurrentEntry(bool Verify = false, bool IgnoreCache = false) = 0;
 };
 
-// Typed view of an enumeration whose entry values map to the C++ enumeration EnumT.
-template <typename EnumT>
-GENICAM_INTERFACE IEnumerationT : public IEnumeration {
-    virtual void SetValue(EnumT Value, bool Verify = true) = 0;
-    virtual IEnumeration& operator=(EnumT Value) = 0;
-    virtual EnumT GetValue(bool Verify = false, bool IgnoreCache = false) = 0;
-    virtual EnumT operator()() = 0;
-    virtual IEnumeration& operator=(const GENICAM_NAMESPACE::gcstring& ValueStr) = 0;
-    virtual IEnumEntry* GetEntry(const EnumT Value) = 0;
-    virtual IEnumEntry* GetCurrentEntry(bool Verify = false, bool IgnoreCache = false) = 0;
-};
-
 }  // namespace GENAPI_NAMESPACE
 
 #endif

@@ -23,6 +23,21 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IPortRecorder : public IPortReplay {
     virtual void StopRecording() = 0;
 };
 
+// A reference forwarding the recording port interface to a bound node.
+template <class T, class I = IPortRecorder>
+class CPortRecorderRefT : public CPortRefT<T, I> {
+public:
+    virtual void Replay(IPortWriteList* pPortRecorder, bool Invalidate = true) {
+        this->Bound()->Replay(pPortRecorder, Invalidate);
+    }
+    virtual void StartRecording(IPortWriteList* pPortRecorder) {
+        this->Bound()->StartRecording(pPortRecorder);
+    }
+    virtual void StopRecording() { this->Bound()->StopRecording(); }
+};
+
+typedef CPortRecorderRefT<IPortRecorder> CPortRecorderRef;
+
 }  // namespace GENAPI_NAMESPACE
 
 #endif

@@ -23,6 +23,18 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IPortStackedConstruct : virtual public IP
     virtual EYesNo GetSwapEndianess() = 0;
 };
 
+// A reference forwarding the stacked port interface to a bound node.
+template <class T, class I = IPortStacked>
+class CPortStackedRefT : public CPortRefT<T, I> {
+public:
+    using CPortRefT<T, I>::Write;
+    virtual void Write(PORT_REGISTER_STACK_ENTRY* pEntries, size_t numEntries) {
+        this->Bound()->Write(pEntries, numEntries);
+    }
+};
+
+typedef CPortStackedRefT<IPortStacked> CPortStackedRef;
+
 }  // namespace GENAPI_NAMESPACE
 
 #endif

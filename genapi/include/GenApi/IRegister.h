@@ -13,6 +13,22 @@ GENICAM_INTERFACE GENAPI_DECL_ABSTRACT IRegister : virtual public IValue {
     virtual int64_t GetAddress(bool Verify = false) = 0;
 };
 
+// A reference forwarding the register interface to a bound node.
+template <class T, class I = IRegister>
+class CRegisterRefT : public CValueRefT<T, I> {
+public:
+    virtual void Set(const uint8_t* pBuffer, int64_t Length, bool Verify = true) {
+        this->Bound()->Set(pBuffer, Length, Verify);
+    }
+    virtual void Get(uint8_t* pBuffer, int64_t Length, bool Verify = false, bool IgnoreCache = false) {
+        this->Bound()->Get(pBuffer, Length, Verify, IgnoreCache);
+    }
+    virtual int64_t GetLength(bool Verify = false) { return this->Bound()->GetLength(Verify); }
+    virtual int64_t GetAddress(bool Verify = false) { return this->Bound()->GetAddress(Verify); }
+};
+
+typedef CRegisterRefT<IRegister> CRegisterRef;
+
 }  // namespace GENAPI_NAMESPACE
 
 #endif

@@ -6,6 +6,7 @@
 #include <GenApi/Types.h>
 #include <GenApi/Pointer.h>
 #include <GenApi/GenApiDll.h>
+#include <GenApi/SelectorSet.h>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -17,62 +18,10 @@
 
 namespace GENAPI_NAMESPACE {
 
-class CSelectorSet;
-
 struct GENAPI_DECL_ABSTRACT IPersistScript {
     virtual void SetInfo(const GENICAM_NAMESPACE::gcstring& Info) = 0;
     virtual void PersistFeature(IValue& item, CSelectorSet* selectorSet = NULL) = 0;
     virtual ~IPersistScript() {}
-};
-
-// The values of a feature's selectors, as names and value texts.
-class GENAPI_DECL CSelectorState {
-public:
-    void SetFirst() { m_Index = 0; }
-    bool SetNext() { return ++m_Index < m_Entries.size(); }
-    void AddSelector(IValue& selector);
-    void AddSelector(const GENICAM_NAMESPACE::gcstring& name, const GENICAM_NAMESPACE::gcstring& value);
-    GENICAM_NAMESPACE::gcstring GetNodeName() const;
-    GENICAM_NAMESPACE::gcstring GetNodeValue() const;
-    bool IsEmpty() const { return m_Entries.empty(); }
-    // Sets every selector to its value; with an error list, failures are listed there instead of thrown.
-    bool RestoreState(INodeMap* pNodeMap, GENICAM_NAMESPACE::gcstring_vector* pErrorList = NULL);
-
-private:
-    std::vector<std::pair<std::string, std::string> > m_Entries;
-    size_t m_Index = 0;
-};
-
-struct GENAPI_DECL_ABSTRACT ISelectorDigit {
-    virtual bool SetFirst() = 0;
-    virtual bool SetNext(bool Tick = true) = 0;
-    virtual void Restore() = 0;
-    virtual GENICAM_NAMESPACE::gcstring ToString() = 0;
-    virtual void GetSelectorList(FeatureList_t& SelectorList, bool Incremental = false) = 0;
-    virtual ~ISelectorDigit() {}
-};
-
-// A counter over all value combinations of the selectors of a feature, the first selector counting fastest.
-class GENAPI_DECL CSelectorSet : public ISelectorDigit {
-public:
-    explicit CSelectorSet(IBase* pSelectedFeature);
-    virtual ~CSelectorSet();
-    bool IsEmpty() const { return m_Selectors.empty(); }
-    virtual bool SetFirst();
-    virtual bool SetNext(bool Tick = true);
-    // Puts every selector back to the value it had when the set was made.
-    virtual void Restore();
-    // "Selector1=Value1<TAB>Selector2=Value2"
-    virtual GENICAM_NAMESPACE::gcstring ToString();
-    void GetState(CSelectorState& State);
-    virtual void GetSelectorList(FeatureList_t& SelectorList, bool Incremental = false);
-
-private:
-    CSelectorSet(const CSelectorSet&);
-    CSelectorSet& operator=(const CSelectorSet&);
-
-    std::vector<IValue*> m_Selectors;
-    std::vector<GENICAM_NAMESPACE::gcstring> m_Originals;
 };
 
 // The bag: entries in the order they were stored.
