@@ -39,8 +39,14 @@ void CSimulatedCamera::setAcquisitionListeners(CSimulatedAcquisition::FPayload p
 // The next frame as the registers describe it now; a single or multi-frame acquisition ends by itself.
 bool CSimulatedCamera::takeFrame(SFrame& frame, double& periodSeconds) {
     std::lock_guard<std::mutex> lock(m_Mutex);
+    if (m_UnplugAfterFrame) {
+        m_UnplugAfterFrame = false;
+        m_Connected = false;
+        m_Acquiring = false;
+    }
     if (!m_Acquiring)
         return false;
+    countDownToUnplug();
     frame.frameId = m_FramesTaken++;
     frame.timestamp = static_cast<uint64_t>(
         std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - m_Start)
@@ -73,6 +79,7 @@ void CSimulatedCamera::startAcquisition() {
 void CSimulatedCamera::reset() {
     std::lock_guard<std::mutex> lock(m_Mutex);
     std::fill(m_Memory.begin(), m_Memory.end(), 0);
+    m_UnplugAfterFrame = false;
     storeText(R::DeviceVendorName, "ParameterCollection", 32);
     storeText(R::DeviceModelName, "SimCam-1", 32);
     storeText(R::DeviceSerialNumber, "SIM0001", 16);
@@ -244,6 +251,15 @@ void CSimulatedCamera::setBusyReads(int reads) {
 void CSimulatedCamera::setFailure(EFailure failure) {
     std::lock_guard<std::mutex> lock(m_Mutex);
     m_Failure = failure;
+}
+
+// TestDisconnectAfterFrames counts the frames down; the camera is unplugged once the last one is delivered.
+void CSimulatedCamera::countDownToUnplug() {
+    const uint32_t framesLeft = load32(R::TestDisconnectAfterFrames);
+    if (framesLeft == 0)
+        return;
+    store32(R::TestDisconnectAfterFrames, framesLeft - 1);
+    m_UnplugAfterFrame = framesLeft == 1;
 }
 
 void CSimulatedCamera::setConnected(bool connected) {

@@ -58,6 +58,7 @@ public:
 private:
     bool takeFrame(SFrame& frame, double& periodSeconds);
     void startAcquisition();
+    void countDownToUnplug();
     void checkTransfer(int64_t address, int64_t length) const;
     void refreshTemperatures(int64_t address, int64_t length);
     void countBusyReads(int64_t address, int64_t length);
@@ -79,7 +80,9 @@ private:
     int m_LatchBusy = 0;
     int m_TriggerBusy = 0;
     EFailure m_Failure = EFailure::None;
-    bool m_Connected = true;
+    std::atomic<bool> m_Connected{true};
+    // Set when the frame that counted TestDisconnectAfterFrames down to 0 was taken.
+    bool m_UnplugAfterFrame = false;
     std::atomic<bool> m_Acquiring{false};
     std::atomic<uint64_t> m_Reads{0};
     std::atomic<uint64_t> m_Writes{0};

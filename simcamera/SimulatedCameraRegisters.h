@@ -70,6 +70,7 @@ constexpr int64_t ChunkSelector = 0x0804;
 constexpr int64_t ChunkEnable = 0x0810;  // one per chunk, 4 bytes apart
 constexpr int64_t EventSelector = 0x0840;
 constexpr int64_t EventNotification = 0x0844;  // one per event, 4 bytes apart
+constexpr int64_t TestDisconnectAfterFrames = 0x0850;
 constexpr int64_t Size = 0x1000;
 
 }  // namespace Registers
