@@ -87,3 +87,40 @@ TEST(CameraParametersTool, EventsPrintEachEventWithItsData) {
             << events[i].toStdString();
     EXPECT_TRUE(events[0].contains("EventExposureEndTimestamp=")) << events[0].toStdString();
 }
+
+TEST(CameraParametersTool, ChunksAndEventsNameADeviceThatStopsAnswering) {
+    // The simulated camera is unplugged after its third frame: the frames it sent are shown, then the loss.
+    SRun run =
+        runShell({"set ChunkModeActive=1 TestDisconnectAfterFrames=3", "chunks --frames 10", "get Width"});
+    EXPECT_EQ(run.exitCode, 1);
+    const QStringList frames = linesOf(run.out, "frame ");
+    ASSERT_EQ(frames.size(), 3) << run.out.toStdString();
+    EXPECT_TRUE(frames[2].contains(" ChunkFrameID=2 ")) << frames[2].toStdString();
+    EXPECT_TRUE(run.err.contains("Device 'sim' stopped answering after 3 of 10 frames."))
+        << run.err.toStdString();
+    // Known lost now: the next command says so instead of reading.
+    EXPECT_TRUE(run.err.contains("Device 'sim' is lost")) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains("@CameraDevice/Width")) << run.out.toStdString();
+
+    run = runShell({"set EventSelector=ExposureEnd EventNotification=On TestDisconnectAfterFrames=2",
+                    "events --seconds 5"});
+    EXPECT_EQ(run.exitCode, 1);
+    QStringList events;
+    for (const QString& line : run.out.split('\n')) {
+        if (line.contains("  EventExposureEnd "))
+            events.append(line);
+    }
+    EXPECT_EQ(events.size(), 2) << run.out.toStdString();
+    EXPECT_TRUE(run.err.contains("Device 'sim' stopped answering after 2 events.")) << run.err.toStdString();
+}
+
+TEST(CameraParametersTool, ChunksAndEventsOnADeviceAravisOpens) {
+    // Aravis' fake camera streams frames but has no chunk data, and the tool reads no events from it.
+    SRun run = runTool({"--device", "aravis:fake", "chunks"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Device 'aravis:fake' has no chunk data (no ChunkModeActive feature)."))
+        << run.err.toStdString();
+    run = runTool({"--device", "aravis:fake", "events"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Device 'aravis:fake' sends this tool no events")) << run.err.toStdString();
+}

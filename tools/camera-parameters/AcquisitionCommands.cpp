@@ -29,12 +29,19 @@ CAcquisitionCommands::CAcquisitionCommands(CDeviceSession& session, QTextStream&
                                            bool json)
     : m_Session(session), m_Out(out), m_Err(err), m_Json(json) {}
 
-QString CAcquisitionCommands::refusal() const {
+QString CAcquisitionCommands::eventRefusal() const {
     if (!m_Session.simulatedCamera()) {
         return "Device '" + m_Session.device() +
-               "' sends this tool no frames: chunk data and events are read from the simulated camera.";
+               "' sends this tool no events: events are read from the simulated camera.";
     }
     return QString();
+}
+
+// The simulated camera answers nothing once unplugged; an Aravis device is lost once it misses its heartbeat.
+bool CAcquisitionCommands::deviceGone() const {
+    if (SimCamera::CSimulatedCamera* camera = m_Session.simulatedCamera())
+        return camera->GetAccessMode() == GenApi::NI;
+    return m_Session.lost();
 }
 
 QStringList CAcquisitionCommands::chunkFeatures() const {
@@ -47,26 +54,48 @@ QStringList CAcquisitionCommands::chunkFeatures() const {
     return names;
 }
 
-bool CAcquisitionCommands::startAcquisition() {
-    if (m_Session.simulatedCamera()->isAcquiring())
+// Starts the acquisition unless the simulated camera already acquires (a device Aravis opened is started
+// in any case: the tool cannot tell whether it acquires); false, and the reason told, when it cannot.
+bool CAcquisitionCommands::started() {
+    if (m_Session.simulatedCamera() && m_Session.simulatedCamera()->isAcquiring())
         return true;
     QSharedPointer<ICommandParameter> start =
         m_Session.collection().get(CommandParameterName("AcquisitionStart"));
-    if (!start)
+    try {
+        if (!start)
+            m_StartFailure = "the device has no AcquisitionStart command";
+        else
+            start->execute(true);
+    } catch (const Core::Exception::BaseException& e) {
+        m_StartFailure = e.getMessage();
+    }
+    if (!m_StartFailure.isEmpty()) {
+        m_Err << "The acquisition could not be started: " << m_StartFailure << "\n";
         return false;
-    start->execute(true);
+    }
     m_StartedHere = true;
     return true;
 }
 
+// Stops what this command started, unless the device went away (it stopped by itself then).
 void CAcquisitionCommands::stopAcquisition() {
-    m_Session.simulatedCamera()->setAcquisitionListeners(nullptr, nullptr);
-    if (!m_StartedHere)
+    if (!m_StartedHere || deviceGone())
         return;
     m_StartedHere = false;
-    if (QSharedPointer<ICommandParameter> stop =
-            m_Session.collection().get(CommandParameterName("AcquisitionStop")))
-        stop->execute(true);
+    try {
+        if (QSharedPointer<ICommandParameter> stop =
+                m_Session.collection().get(CommandParameterName("AcquisitionStop")))
+            stop->execute(true);
+    } catch (const Core::Exception::BaseException& e) {
+        m_Err << "The acquisition could not be stopped: " << e.getMessage() << "\n";
+    }
+}
+
+// Keeps the first failure of the frame thread, for this one to report.
+void CAcquisitionCommands::fail(const QString& message) {
+    std::lock_guard<std::mutex> lock(m_Mutex);
+    if (m_Failure.isEmpty())
+        m_Failure = message;
 }
 
 void CAcquisitionCommands::push(const QJsonObject& record) {
@@ -108,53 +137,74 @@ void CAcquisitionCommands::print(const QJsonObject& record, const QString& label
     m_Out.flush();
 }
 
+// Reads a frame's chunk values while the adapter holds the frame (on the source's thread).
+QJsonObject CAcquisitionCommands::frameRecord(int index, uint8_t* data, int64_t size, bool hasChunks,
+                                              GenApi::CChunkAdapter* adapter, const QStringList& names) {
+    QJsonObject record{{"frame", index}};
+    if (!hasChunks || !adapter)
+        return record;
+    try {
+        adapter->AttachBuffer(data, size);
+        readValues(names, record);
+        adapter->DetachBuffer();
+    } catch (const GenICam::GenericException& e) {
+        fail(e.GetDescription());
+    } catch (const Core::Exception::BaseException& e) {
+        fail(e.getMessage());
+    }
+    return record;
+}
+
 int CAcquisitionCommands::chunks(int frames) {
-    const QString refused = refusal();
-    if (!refused.isEmpty()) {
-        m_Err << refused << "\n";
+    if (!CFrameSource::available(m_Session)) {
+        m_Err
+            << "Device '" << m_Session.device()
+            << "' sends this tool no frames: chunk data is read from the simulated camera or a device Aravis "
+               "opens.\n";
         return CParameterTool::Failed;
     }
     QSharedPointer<IParameter> chunkMode = m_Session.collection().get(ParameterName("ChunkModeActive"));
+    if (!chunkMode) {
+        m_Err << "Device '" << m_Session.device() << "' has no chunk data (no ChunkModeActive feature).\n";
+        return CParameterTool::Failed;
+    }
     if (!chunkMode || chunkMode->toString() != "1") {
         m_Err << "Chunk mode is off: 'set ChunkModeActive=1' first (ChunkSelector and ChunkEnable choose the "
                  "chunks).\n";
         return CParameterTool::AccessRefused;
     }
     const QStringList names = chunkFeatures();
-    GenApi::CChunkAdapterGEV adapter(m_Session.nodeMap());
     int index = 0;
-    m_Session.simulatedCamera()->setAcquisitionListeners(
-        [&](std::vector<uint8_t>& payload, bool hasChunks) {
-            QJsonObject record{{"frame", index++}};
-            try {
-                if (hasChunks) {
-                    adapter.AttachBuffer(payload.data(), static_cast<int64_t>(payload.size()));
-                    readValues(names, record);
-                    adapter.DetachBuffer();
-                }
-            } catch (const GenICam::GenericException& e) {
-                std::lock_guard<std::mutex> lock(m_Mutex);
-                m_Failure = e.GetDescription();
-            } catch (const Core::Exception::BaseException& e) {
-                std::lock_guard<std::mutex> lock(m_Mutex);
-                m_Failure = e.getMessage();
-            }
-            push(record);
-        },
-        nullptr);
-    startAcquisition();
+    GenApi::CChunkAdapter* adapter = nullptr;
+    std::unique_ptr<CFrameSource> source;
+    try {
+        source = CFrameSource::open(m_Session, [&](uint8_t* data, int64_t size, bool hasChunks) {
+            push(frameRecord(index++, data, size, hasChunks, adapter, names));
+        });
+    } catch (const GenICam::GenericException& e) {
+        m_Err << "Device '" << m_Session.device() << "' sends no frames: " << e.GetDescription() << "\n";
+        return CParameterTool::Failed;
+    }
+    adapter = source->adapter();
+    const int printed = printFrames(*source, frames);
+    source->close();
+    return finishFrames(printed, frames);
+}
+
+// Prints the frames as they come, until enough came or the acquisition ended (or the time is up).
+int CAcquisitionCommands::printFrames(CFrameSource& source, int frames) {
     int printed = 0;
+    if (!started())
+        return printed;
     QElapsedTimer clock;
     clock.start();
-    int result = CParameterTool::Done;
-    // A frame takes at most a second at the lowest frame rate; an acquisition that ends early is named.
+    // A frame takes at most a second at the lowest frame rate.
     bool ended = false;
-    while (printed < frames && result == CParameterTool::Done) {
-        // Once the camera stops (or the time is up), the frame it is delivering is waited for: taking the
-        // listeners away returns only when no frame is being delivered.
-        if (!ended &&
-            (!m_Session.simulatedCamera()->isAcquiring() || clock.elapsed() > 2000 + 1100LL * frames)) {
-            m_Session.simulatedCamera()->setAcquisitionListeners(nullptr, nullptr);
+    while (printed < frames && !m_Interrupted) {
+        // Once the camera stops (or the time is up), the frame it is delivering is waited for: closing the
+        // source returns only when no frame is being delivered.
+        if (!ended && (source.ended() || clock.elapsed() > 2000 + 1100LL * frames)) {
+            source.close();
             ended = true;
         }
         for (const QJsonObject& record : take()) {
@@ -162,80 +212,133 @@ int CAcquisitionCommands::chunks(int frames) {
                 print(record, "frame " + QString::number(record["frame"].toInt()) + ":");
             ++printed;
         }
-        if (CParameterTool::takeInterrupt())
-            result = CParameterTool::Interrupted;
-        else if (printed < frames && ended)
-            result = CParameterTool::Failed;
+        m_Interrupted = CParameterTool::takeInterrupt();
+        if (ended)
+            break;
         QThread::msleep(5);
     }
-    if (printed < frames && result == CParameterTool::Failed)
-        m_Err << "The acquisition ended after " << printed << " of " << frames << " frames.\n";
-    stopAcquisition();
-    if (!m_Failure.isEmpty() && result == CParameterTool::Done) {
-        m_Err << "Reading a frame's chunks failed: " << m_Failure << "\n";
-        result = CParameterTool::Failed;
-    }
-    return result;
+    return printed;
 }
 
-int CAcquisitionCommands::events(double seconds) {
-    const QString refused = refusal();
-    if (!refused.isEmpty()) {
-        m_Err << refused << "\n";
+int CAcquisitionCommands::finishFrames(int printed, int frames) {
+    const bool gone = deviceGone();
+    stopAcquisition();
+    if (!m_StartFailure.isEmpty())
+        return CParameterTool::Failed;
+    if (m_Interrupted)
+        return CParameterTool::Interrupted;
+    if (printed < frames) {
+        if (gone) {
+            m_Session.markLost();
+            m_Err << "Device '" << m_Session.device() << "' stopped answering after " << printed << " of "
+                  << frames << " frames.\n";
+        } else {
+            m_Err << "The acquisition ended after " << printed << " of " << frames << " frames.\n";
+        }
         return CParameterTool::Failed;
     }
-    // The name of each event: the node that carries its ID and is no port (EventExposureEnd, ...).
-    QMap<uint64_t, QString> eventNames;
+    if (!m_Failure.isEmpty()) {
+        m_Err << "Reading a frame's chunks failed: " << m_Failure << "\n";
+        return CParameterTool::Failed;
+    }
+    return CParameterTool::Done;
+}
+
+// The name of each event by its ID: the node that carries the ID and is no port (EventExposureEnd, ...).
+QMap<uint64_t, QString> CAcquisitionCommands::eventNames() const {
+    QMap<uint64_t, QString> names;
     GenApi::NodeList_t nodes;
     m_Session.nodeMap()->GetNodes(nodes);
     for (GenApi::INode* node : nodes) {
         bool ok = false;
         const uint64_t id = QString(node->GetEventID().c_str()).toULongLong(&ok, 16);
         if (ok && node->GetPrincipalInterfaceType() != GenApi::intfIPort)
-            eventNames[id] = node->GetName().c_str();
+            names[id] = node->GetName().c_str();
     }
-    QStringList all;
-    for (const QSharedPointer<IParameter>& parameter : m_Session.collection().getAllParameter()) {
-        if (valueFeature(*parameter))
-            all.append(parameter->getName());
-    }
-    GenApi::CEventAdapterGEV adapter(m_Session.nodeMap());
-    QElapsedTimer clock;
-    clock.start();
-    m_Session.simulatedCamera()->setAcquisitionListeners(nullptr, [&](std::vector<uint8_t>& message) {
+    return names;
+}
+
+// Delivers a GigE Vision event message and reads the event's data features (on the camera's thread).
+QJsonObject CAcquisitionCommands::eventRecord(std::vector<uint8_t>& message, GenApi::CEventAdapter& adapter,
+                                              const QMap<uint64_t, QString>& names,
+                                              const QStringList& features, double seconds) {
+    const uint64_t id = message.size() > 12 ? uint64_t(message[10]) << 8 | message[11] : 0;
+    const QString name = names.value(id, "0x" + QString::number(id, 16));
+    QJsonObject record{{"time", seconds}, {"event", name}};
+    try {
         adapter.DeliverMessage(message.data(), static_cast<uint32_t>(message.size()));
-        const uint64_t id = message.size() > 12 ? uint64_t(message[10]) << 8 | message[11] : 0;
-        const QString name = eventNames.value(id, "0x" + QString::number(id, 16));
-        QJsonObject record{{"time", clock.elapsed() / 1000.0}, {"event", name}};
         QStringList data;
-        for (const QString& candidate : all) {
+        for (const QString& candidate : features) {
             if (candidate.startsWith(name) && candidate != name)
                 data.append(candidate);
         }
         readValues(data, record);
-        push(record);
-    });
-    startAcquisition();
-    int received = 0;
-    int result = CParameterTool::Done;
-    while (clock.elapsed() < seconds * 1000) {
-        for (const QJsonObject& record : take()) {
-            print(record,
-                  QString::number(record["time"].toDouble(), 'f', 3) + "  " + record["event"].toString());
-            ++received;
-        }
-        if (CParameterTool::takeInterrupt()) {
-            result = CParameterTool::Interrupted;
-            break;
-        }
-        QThread::msleep(5);
+    } catch (const GenICam::GenericException& e) {
+        fail(e.GetDescription());
+    } catch (const Core::Exception::BaseException& e) {
+        fail(e.getMessage());
     }
+    return record;
+}
+
+int CAcquisitionCommands::events(double seconds) {
+    const QString refused = eventRefusal();
+    if (!refused.isEmpty()) {
+        m_Err << refused << "\n";
+        return CParameterTool::Failed;
+    }
+    const QMap<uint64_t, QString> names = eventNames();
+    QStringList features;
+    for (const QSharedPointer<IParameter>& parameter : m_Session.collection().getAllParameter()) {
+        if (valueFeature(*parameter))
+            features.append(parameter->getName());
+    }
+    GenApi::CEventAdapterGEV adapter(m_Session.nodeMap());
+    QElapsedTimer clock;
+    clock.start();
+    SimCamera::CSimulatedCamera& camera = *m_Session.simulatedCamera();
+    camera.setAcquisitionListeners(nullptr, [&](std::vector<uint8_t>& message) {
+        push(eventRecord(message, adapter, names, features, clock.elapsed() / 1000.0));
+    });
+    int received = 0;
+    bool gone = false;
+    if (started()) {
+        while (clock.elapsed() < seconds * 1000 && !m_Interrupted && !gone) {
+            gone = deviceGone();
+            for (const QJsonObject& record : take()) {
+                print(record,
+                      QString::number(record["time"].toDouble(), 'f', 3) + "  " + record["event"].toString());
+                ++received;
+            }
+            m_Interrupted = CParameterTool::takeInterrupt();
+            QThread::msleep(5);
+        }
+    }
+    camera.setAcquisitionListeners(nullptr, nullptr);
+    return finishEvents(received, seconds);
+}
+
+int CAcquisitionCommands::finishEvents(int received, double seconds) {
+    const bool gone = deviceGone();
     stopAcquisition();
-    if (received == 0 && result == CParameterTool::Done) {
+    if (!m_StartFailure.isEmpty())
+        return CParameterTool::Failed;
+    if (m_Interrupted)
+        return CParameterTool::Interrupted;
+    if (gone) {
+        m_Session.markLost();
+        m_Err << "Device '" << m_Session.device() << "' stopped answering after " << received << " events.\n";
+        return CParameterTool::Failed;
+    }
+    if (received == 0) {
         m_Err
             << "No event arrived in " << seconds
             << " s: is an event's notification on? ('set EventSelector=ExposureEnd EventNotification=On')\n";
-        result = CParameterTool::Failed;
+        return CParameterTool::Failed;
     }
-    return result;
+    if (!m_Failure.isEmpty()) {
+        m_Err << "Reading an event's data failed: " << m_Failure << "\n";
+        return CParameterTool::Failed;
+    }
+    return CParameterTool::Done;
 }

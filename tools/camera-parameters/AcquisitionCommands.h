@@ -1,9 +1,13 @@
-// The chunks and events commands: acquire from the simulated camera and print each frame's chunk values or
-// each event, read through the library while GenApi's adapters hold the frame's data.
+// The chunks and events commands: acquire and print each frame's chunk values (simulated camera or a device
+// Aravis opens) or each event (simulated camera), read through the library while GenApi's adapters hold the
+// frame's data.
 #ifndef TOOLS_CAMERAPARAMETERS_ACQUISITIONCOMMANDS_H
 #define TOOLS_CAMERAPARAMETERS_ACQUISITIONCOMMANDS_H
 
 #include "DeviceSession.h"
+#include "FrameSource.h"
+#include <GenApi/EventAdapter.h>
+#include <QMap>
 #include "ParameterPrinter.h"
 #include <QJsonObject>
 #include <QTextStream>
@@ -20,10 +24,22 @@ public:
     int events(double seconds);
 
 private:
-    // Why the device cannot serve the command, or empty when it can.
-    QString refusal() const;
-    bool startAcquisition();
+    // Why the device cannot send events, or empty when it can.
+    QString eventRefusal() const;
+    // True once the device stopped answering.
+    bool deviceGone() const;
+    bool started();
     void stopAcquisition();
+    void fail(const QString& message);
+    QJsonObject frameRecord(int index, uint8_t* data, int64_t size, bool hasChunks,
+                            GenApi::CChunkAdapter* adapter, const QStringList& names);
+    int printFrames(CFrameSource& source, int frames);
+    int finishFrames(int printed, int frames);
+    QMap<uint64_t, QString> eventNames() const;
+    QJsonObject eventRecord(std::vector<uint8_t>& message, GenApi::CEventAdapter& adapter,
+                            const QMap<uint64_t, QString>& names, const QStringList& features,
+                            double seconds);
+    int finishEvents(int received, double seconds);
     // What the camera thread read, for this thread to print.
     void push(const QJsonObject& record);
     QVector<QJsonObject> take();
@@ -37,6 +53,8 @@ private:
     QTextStream& m_Err;
     bool m_Json;
     bool m_StartedHere = false;
+    bool m_Interrupted = false;
+    QString m_StartFailure;
     // A standard mutex: the camera's thread and this one share the records (and ThreadSanitizer sees it).
     std::mutex m_Mutex;
     QVector<QJsonObject> m_Records;

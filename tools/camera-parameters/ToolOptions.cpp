@@ -143,8 +143,8 @@ const CCommandHelp& commandHelp() {
            {"watch NAME... [--seconds S]", "print each change while the device is polled"},
            {"relations NAME", "category features, selected and selecting features, and the category path"},
            {"chunks [--frames N]",
-            "acquire N frames (10) and print each frame's chunk values (simulated camera; ChunkModeActive "
-            "on)"},
+            "acquire N frames (10) and print each frame's chunk values (simulated camera or a device "
+            "Aravis opens; ChunkModeActive on)"},
            {"events [--seconds S]",
             "acquire and print each event that arrives, with its data (simulated camera; an event's "
             "EventNotification on)"},
