@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <parametercollection/ICommandParameter.h>
 #include <parametercollection/IEnumParameter.h>
 #include <parametercollection/IIntegerParameter.h>
 
@@ -150,6 +151,33 @@ TEST_F(ViewerTest, ValuesAndAccessFollowTheDeviceWithoutUserAction) {
     EXPECT_EQ(window.tree().row("Width")->item()->text(CFeatureRow::AccessColumn), "RO");
     locked->setValue(0, true);
     EXPECT_TRUE(eventually([&] { return width->isEnabled(); }));
+}
+
+// While the camera acquires, its chunk and event features show each frame's and each event's values.
+TEST_F(ViewerTest, ChunkAndEventFeaturesFollowTheAcquisition) {
+    window.findChild<QComboBox*>("visibility")->setCurrentText("Guru");
+    ASSERT_NE(window.liveAcquisition(), nullptr);
+    ASSERT_TRUE(window.liveAcquisition()->following());
+    auto set = [&](const char* name, const char* value) {
+        window.collection().get(ParameterName(QString("@CameraDevice/") + name))->parseAndSetValue(value);
+    };
+    set("ChunkModeActive", "1");
+    set("EventSelector", "ExposureEnd");
+    set("EventNotification", "On");
+    window.collection().get(CommandParameterName("@CameraDevice/AcquisitionStart"))->execute(true);
+
+    // The rows move on with the frames, without the user doing anything.
+    ASSERT_TRUE(eventually([&] { return !rowValue(window, "ChunkFrameID").isEmpty(); }));
+    const QString frame = rowValue(window, "ChunkFrameID");
+    EXPECT_TRUE(eventually([&] { return rowValue(window, "ChunkFrameID").toInt() > frame.toInt() + 2; }))
+        << rowValue(window, "ChunkFrameID").toStdString();
+    EXPECT_EQ(rowValue(window, "ChunkWidth").toLongLong(), deviceWidth());
+    ASSERT_TRUE(eventually([&] { return !rowValue(window, "EventExposureEndFrameID").isEmpty(); }));
+    const QString event = rowValue(window, "EventExposureEndFrameID");
+    EXPECT_TRUE(eventually([&] { return rowValue(window, "EventExposureEndFrameID") != event; }));
+    window.collection().get(CommandParameterName("@CameraDevice/AcquisitionStop"))->execute(true);
+    EXPECT_GT(window.liveAcquisition()->frames(), 3u);
+    EXPECT_GT(window.liveAcquisition()->events(), 0u);
 }
 
 TEST_F(ViewerTest, DetailsSettingsAndScreenshot) {

@@ -66,12 +66,14 @@ CViewerWindow::CViewerWindow(const QString& device, QWidget* parent)
 // The rows go before the session: their parameters are released while the collection still exists.
 CViewerWindow::~CViewerWindow() {
     m_PollTimer->stop();
+    m_Live.reset();
     delete centralWidget();
 }
 
 // A tree for the session's device, in place of the one shown before, with the chosen visibility and filter.
 void CViewerWindow::showTree() {
     delete m_Tree;
+    m_Live.reset(new CLiveAcquisition(*m_Session));
     m_Tree = new CFeatureTree(m_Session->collection(), m_Session->nodeMap());
     m_Splitter->insertWidget(0, m_Tree);
     m_Tree->setVisibility(m_Visibility);
@@ -147,6 +149,7 @@ bool CViewerWindow::openDevice(const QString& device, QString& problem) {
     }
     delete m_Tree;  // its parameters belong to the session that goes
     m_Tree = nullptr;
+    m_Live.reset();
     m_Session = std::move(opened);
     showTree();
     return true;
@@ -155,6 +158,7 @@ bool CViewerWindow::openDevice(const QString& device, QString& problem) {
 bool CViewerWindow::reconnect(QString& problem) {
     delete m_Tree;
     m_Tree = nullptr;
+    m_Live.reset();
     try {
         m_Session->reconnect();
     } catch (const GenICam::GenericException& error) {

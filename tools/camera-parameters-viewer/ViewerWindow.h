@@ -5,6 +5,7 @@
 
 #include "DeviceSession.h"
 #include "FeatureTree.h"
+#include "LiveAcquisition.h"
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <functional>
@@ -39,6 +40,8 @@ public:
     bool reconnect(QString& problem);
     // What the window says of the device: "Connected", "Read only" or "Lost".
     QString connectionState() const;
+    // What follows the device's acquisition (null while nothing does).
+    const CLiveAcquisition* liveAcquisition() const { return m_Live.get(); }
 
 private:
     void buildToolBar();
@@ -51,6 +54,8 @@ private:
     bool runSettingsCommand(const std::function<int(CDeviceFilesCommands&)>& command, QString& report);
 
     std::unique_ptr<CDeviceSession> m_Session;
+    // Feeds the session's frames and events to its chunk and event features; goes before the session.
+    std::unique_ptr<CLiveAcquisition> m_Live;
     CFeatureTree* m_Tree;
     QTextBrowser* m_Details;
     QTimer* m_PollTimer;

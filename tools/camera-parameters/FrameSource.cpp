@@ -8,13 +8,14 @@ namespace {
 // The simulated camera hands its payloads (GigE Vision layout) to a listener of its own thread.
 class CSimulatedFrames : public CFrameSource {
 public:
-    CSimulatedFrames(CDeviceSession& session, FFrame onFrame) : m_Camera(*session.simulatedCamera()) {
+    CSimulatedFrames(CDeviceSession& session, FFrame onFrame, FEvent onEvent)
+        : m_Camera(*session.simulatedCamera()) {
         m_Adapter.reset(new GenApi::CChunkAdapterGEV(session.nodeMap()));
         m_Camera.setAcquisitionListeners(
             [onFrame](std::vector<uint8_t>& payload, bool hasChunks) {
                 onFrame(payload.data(), static_cast<int64_t>(payload.size()), hasChunks);
             },
-            nullptr);
+            std::move(onEvent));
     }
     ~CSimulatedFrames() override { close(); }
     bool ended() const override { return !m_Camera.isAcquiring(); }
@@ -50,9 +51,10 @@ bool CFrameSource::available(const CDeviceSession& session) {
     return session.simulatedCamera() || session.device().startsWith("aravis:");
 }
 
-std::unique_ptr<CFrameSource> CFrameSource::open(CDeviceSession& session, FFrame onFrame) {
+std::unique_ptr<CFrameSource> CFrameSource::open(CDeviceSession& session, FFrame onFrame, FEvent onEvent) {
     if (session.simulatedCamera())
-        return std::unique_ptr<CFrameSource>(new CSimulatedFrames(session, std::move(onFrame)));
+        return std::unique_ptr<CFrameSource>(
+            new CSimulatedFrames(session, std::move(onFrame), std::move(onEvent)));
     if (available(session))
         return std::unique_ptr<CFrameSource>(new CAravisFrames(session, std::move(onFrame)));
     return nullptr;

@@ -12,12 +12,15 @@ class CFrameSource {
 public:
     // Called on the source's thread with each frame's payload; hasChunks tells whether it carries chunk data.
     using FFrame = std::function<void(uint8_t* data, int64_t size, bool hasChunks)>;
+    // Called on the source's thread with each GigE Vision event message (the simulated camera sends them).
+    using FEvent = std::function<void(std::vector<uint8_t>& message)>;
 
     // True when the session's device sends the tool frames.
     static bool available(const CDeviceSession& session);
     // The frames of the session's device, from now on; null when the device sends the tool no frames.
     // Throws GenICam::RuntimeException when the device's stream cannot be opened.
-    static std::unique_ptr<CFrameSource> open(CDeviceSession& session, FFrame onFrame);
+    static std::unique_ptr<CFrameSource> open(CDeviceSession& session, FFrame onFrame,
+                                              FEvent onEvent = nullptr);
     virtual ~CFrameSource() = default;
 
     // The adapter that attaches a frame's chunks to the device's chunk features (null: the frames have none).
