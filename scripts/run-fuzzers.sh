@@ -10,7 +10,7 @@ command -v clang++ >/dev/null || { sudo=""; [ "$(id -u)" -eq 0 ] || sudo="sudo";
 build="$here/build-fuzz"
 CC=clang CXX=clang++ cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DPC_SANITIZE=fuzzer-no-link,address -DPC_FUZZ=ON >/dev/null
-cmake --build "$build" -j2 --target FullNameFuzzer FeatureStreamFuzzer DescriptionFuzzer FileAccessFuzzer
+cmake --build "$build" -j2 --target FullNameFuzzer FeatureStreamFuzzer DescriptionFuzzer FileAccessFuzzer ChunkAndEventFuzzer
 export ASAN_OPTIONS="detect_leaks=1"
 run() {
     local target=$1 corpus=$2
@@ -27,3 +27,4 @@ mkdir -p "$build/fuzz/corpus-DescriptionFuzzer"
 cp "$here/simcamera/SimulatedCamera.xml" "$build/fuzz/corpus-DescriptionFuzzer/simulated-camera.xml"
 run DescriptionFuzzer descriptions
 run FileAccessFuzzer files
+run ChunkAndEventFuzzer payloads

@@ -91,8 +91,18 @@ void CAcquisitionCommands::stopAcquisition() {
     }
 }
 
-// Keeps the first failure of the frame thread, for this one to report.
-void CAcquisitionCommands::fail(const QString& message) {
+// Runs what the frame thread does with a frame and keeps its first failure, for this thread to report:
+// nothing is thrown on the camera's thread.
+void CAcquisitionCommands::failSafely(const std::function<void()>& work) {
+    QString message;
+    try {
+        work();
+        return;
+    } catch (const GenICam::GenericException& e) {
+        message = e.GetDescription();
+    } catch (const Core::Exception::BaseException& e) {
+        message = e.getMessage();
+    }
     std::lock_guard<std::mutex> lock(m_Mutex);
     if (m_Failure.isEmpty())
         m_Failure = message;
@@ -143,15 +153,11 @@ QJsonObject CAcquisitionCommands::frameRecord(int index, uint8_t* data, int64_t 
     QJsonObject record{{"frame", index}};
     if (!hasChunks || !adapter)
         return record;
-    try {
+    failSafely([&] {
         adapter->AttachBuffer(data, size);
         readValues(names, record);
         adapter->DetachBuffer();
-    } catch (const GenICam::GenericException& e) {
-        fail(e.GetDescription());
-    } catch (const Core::Exception::BaseException& e) {
-        fail(e.getMessage());
-    }
+    });
     return record;
 }
 
@@ -265,7 +271,7 @@ QJsonObject CAcquisitionCommands::eventRecord(std::vector<uint8_t>& message, Gen
     const uint64_t id = message.size() > 12 ? uint64_t(message[10]) << 8 | message[11] : 0;
     const QString name = names.value(id, "0x" + QString::number(id, 16));
     QJsonObject record{{"time", seconds}, {"event", name}};
-    try {
+    failSafely([&] {
         adapter.DeliverMessage(message.data(), static_cast<uint32_t>(message.size()));
         QStringList data;
         for (const QString& candidate : features) {
@@ -273,11 +279,7 @@ QJsonObject CAcquisitionCommands::eventRecord(std::vector<uint8_t>& message, Gen
                 data.append(candidate);
         }
         readValues(data, record);
-    } catch (const GenICam::GenericException& e) {
-        fail(e.GetDescription());
-    } catch (const Core::Exception::BaseException& e) {
-        fail(e.getMessage());
-    }
+    });
     return record;
 }
 

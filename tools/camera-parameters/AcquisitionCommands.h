@@ -12,6 +12,7 @@
 #include <QJsonObject>
 #include <QTextStream>
 #include <QVector>
+#include <functional>
 #include <mutex>
 
 class CAcquisitionCommands {
@@ -30,7 +31,7 @@ private:
     bool deviceGone() const;
     bool started();
     void stopAcquisition();
-    void fail(const QString& message);
+    void failSafely(const std::function<void()>& work);
     QJsonObject frameRecord(int index, uint8_t* data, int64_t size, bool hasChunks,
                             GenApi::CChunkAdapter* adapter, const QStringList& names);
     int printFrames(CFrameSource& source, int frames);
