@@ -12,6 +12,9 @@ namespace {
 
 constexpr int32_t sensorTemperature = 415;  // tenths of a degree Celsius
 constexpr int32_t mainboardTemperature = 380;
+// TriggerSelector and TriggerSource values.
+constexpr uint32_t acquisitionStartTrigger = 1;
+constexpr uint32_t softwareTriggerSource = 1;
 
 bool overlaps(int64_t address, int64_t length, int64_t reg, int64_t regLength) {
     return address < reg + regLength && reg < address + length;
@@ -41,6 +44,7 @@ bool CSimulatedCamera::takeFrame(SFrame& frame, double& periodSeconds) {
     std::lock_guard<std::mutex> lock(m_Mutex);
     if (m_UnplugAfterFrame) {
         m_UnplugAfterFrame = false;
+        m_WaitingForTrigger = false;
         m_Connected = false;
         m_Acquiring = false;
     }
@@ -70,9 +74,21 @@ bool CSimulatedCamera::takeFrame(SFrame& frame, double& periodSeconds) {
     return true;
 }
 
+// With the acquisition start trigger on, the camera is only armed: its frames begin with the trigger.
 void CSimulatedCamera::startAcquisition() {
     m_Acquiring = true;
     m_FramesTaken = 0;
+    m_WaitingForTrigger = load32(R::TriggerMode + 4 * acquisitionStartTrigger) != 0;
+    if (!m_WaitingForTrigger)
+        m_Acquisition->start();
+}
+
+// A software trigger of the acquisition start trigger starts an armed acquisition's frames.
+void CSimulatedCamera::triggerAcquisitionStart() {
+    if (!m_Acquiring || !m_WaitingForTrigger || load32(R::TriggerSelector) != acquisitionStartTrigger ||
+        load32(R::TriggerSource + 4 * acquisitionStartTrigger) != softwareTriggerSource)
+        return;
+    m_WaitingForTrigger = false;
     m_Acquisition->start();
 }
 
@@ -179,6 +195,7 @@ void CSimulatedCamera::applyWrite(int64_t address, int64_t length) {
     }
     if (overlaps(address, length, R::TriggerSoftware, 4) && load32(R::TriggerSoftware) != 0) {
         startCommand(R::TriggerSoftware);
+        triggerAcquisitionStart();
     }
     if (overlaps(address, length, R::AcquisitionStart, 4) && load32(R::AcquisitionStart) != 0) {
         startAcquisition();
@@ -186,6 +203,7 @@ void CSimulatedCamera::applyWrite(int64_t address, int64_t length) {
     }
     if (overlaps(address, length, R::AcquisitionStop, 4) && load32(R::AcquisitionStop) != 0) {
         m_Acquiring = false;
+        m_WaitingForTrigger = false;
         m_Acquisition->stop();
         store32(R::AcquisitionStop, 0);
     }

@@ -59,6 +59,7 @@ private:
     bool takeFrame(SFrame& frame, double& periodSeconds);
     void startAcquisition();
     void countDownToUnplug();
+    void triggerAcquisitionStart();
     void checkTransfer(int64_t address, int64_t length) const;
     void refreshTemperatures(int64_t address, int64_t length);
     void countBusyReads(int64_t address, int64_t length);
@@ -83,6 +84,8 @@ private:
     std::atomic<bool> m_Connected{true};
     // Set when the frame that counted TestDisconnectAfterFrames down to 0 was taken.
     bool m_UnplugAfterFrame = false;
+    // Armed by AcquisitionStart with the acquisition start trigger on: acquiring, but no frames yet.
+    bool m_WaitingForTrigger = false;
     std::atomic<bool> m_Acquiring{false};
     std::atomic<uint64_t> m_Reads{0};
     std::atomic<uint64_t> m_Writes{0};

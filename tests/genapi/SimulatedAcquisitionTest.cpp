@@ -111,3 +111,39 @@ TEST_F(SimulatedAcquisition, EveryFramesChunksAndEventsReachTheNodeMap) {
     // The chunk that was switched off is not in the payload: its feature has nothing to read.
     EXPECT_EQ(integer("ChunkTimestamp")->GetAccessMode(), NA);
 }
+
+// With the acquisition start trigger on, AcquisitionStart only arms the camera: frames begin with the
+// software trigger, and never with a line trigger (the simulated camera has no lines); unplugging it after
+// a count of frames ends the acquisition and its answers.
+TEST_F(SimulatedAcquisition, TriggersAndUnpluggingShapeTheAcquisition) {
+    std::atomic<int> frames{0};
+    camera().setAcquisitionListeners([&](std::vector<uint8_t>&, bool) { ++frames; }, nullptr);
+    floating("AcquisitionFrameRate")->SetValue(100.0);
+    enumeration("TriggerSelector")->FromString("AcquisitionStart");
+    enumeration("TriggerMode")->FromString("On");
+    enumeration("TriggerSource")->FromString("Line0");
+    as<ICommand>("AcquisitionStart")->Execute();
+    as<ICommand>("TriggerSoftware")->Execute();
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_TRUE(camera().isAcquiring());
+    EXPECT_EQ(frames, 0);
+    enumeration("TriggerSource")->FromString("Software");
+    as<ICommand>("TriggerSoftware")->Execute();
+    for (int wait = 0; wait < 200 && frames < 3; ++wait)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_GE(frames, 3);
+    as<ICommand>("AcquisitionStop")->Execute();
+    EXPECT_FALSE(camera().isAcquiring());
+
+    enumeration("TriggerMode")->FromString("Off");
+    integer("TestDisconnectAfterFrames")->SetValue(2);
+    frames = 0;
+    as<ICommand>("AcquisitionStart")->Execute();
+    for (int wait = 0; wait < 200 && camera().isAcquiring(); ++wait)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    camera().setAcquisitionListeners(nullptr, nullptr);
+    EXPECT_EQ(frames, 2);
+    EXPECT_FALSE(camera().isAcquiring());
+    EXPECT_EQ(camera().GetAccessMode(), NI);
+    EXPECT_THROW(integer("Width")->GetValue(true, true), GenICam::GenericException);
+}

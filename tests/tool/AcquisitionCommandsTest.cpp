@@ -3,6 +3,7 @@
 #include "ToolTestSupport.h"
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 namespace {
@@ -59,6 +60,16 @@ TEST(CameraParametersTool, ChunksAndEventsNameWhatIsMissing) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(linesOf(run.out, "frame ").size(), 1);
     EXPECT_TRUE(run.err.contains("The acquisition ended after 1 of 3 frames.")) << run.err.toStdString();
+    // An acquisition armed for a trigger that never comes: started, but no frame.
+    run =
+        runShell({"set ChunkModeActive=1 TriggerSelector=AcquisitionStart TriggerMode=On TriggerSource=Line0",
+                  "chunks --frames 1"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(linesOf(run.out, "frame ").isEmpty()) << run.out.toStdString();
+    EXPECT_TRUE(
+        run.err.contains(QRegularExpression("No frame arrived in 3\\.[0-9] s: does the acquisition wait for "
+                                            "a trigger\\?")))
+        << run.err.toStdString();
     // No event's notification is on.
     run = runTool({"events", "--seconds", "0.3"});
     EXPECT_EQ(run.exitCode, 1);

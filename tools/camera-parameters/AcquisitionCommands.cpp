@@ -219,6 +219,7 @@ int CAcquisitionCommands::printFrames(CFrameSource& source, int frames) {
             ++printed;
         }
         m_Interrupted = CParameterTool::takeInterrupt();
+        m_WaitedSeconds = clock.elapsed() / 1000.0;
         if (ended)
             break;
         QThread::msleep(5);
@@ -238,6 +239,10 @@ int CAcquisitionCommands::finishFrames(int printed, int frames) {
             m_Session.markLost();
             m_Err << "Device '" << m_Session.device() << "' stopped answering after " << printed << " of "
                   << frames << " frames.\n";
+        } else if (printed == 0) {
+            m_Err << "No frame arrived in " << QString::number(m_WaitedSeconds, 'f', 1)
+                  << " s: does the acquisition wait for a trigger? (TriggerSelector, TriggerMode, "
+                     "TriggerSource)\n";
         } else {
             m_Err << "The acquisition ended after " << printed << " of " << frames << " frames.\n";
         }

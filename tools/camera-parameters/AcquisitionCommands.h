@@ -55,6 +55,7 @@ private:
     bool m_Json;
     bool m_StartedHere = false;
     bool m_Interrupted = false;
+    double m_WaitedSeconds = 0;
     QString m_StartFailure;
     // A standard mutex: the camera's thread and this one share the records (and ThreadSanitizer sees it).
     std::mutex m_Mutex;
