@@ -227,19 +227,36 @@ int CAcquisitionCommands::printFrames(CFrameSource& source, int frames) {
     return printed;
 }
 
-int CAcquisitionCommands::finishFrames(int printed, int frames) {
-    const bool gone = deviceGone();
+// Stops what the command started; true, with the result, when a failed start or an interrupt decides it.
+// `gone` tells whether the device went away meanwhile.
+bool CAcquisitionCommands::endAcquisition(bool& gone, int& result) {
+    gone = deviceGone();
     stopAcquisition();
     if (!m_StartFailure.isEmpty())
-        return CParameterTool::Failed;
-    if (m_Interrupted)
-        return CParameterTool::Interrupted;
+        result = CParameterTool::Failed;
+    else if (m_Interrupted)
+        result = CParameterTool::Interrupted;
+    else
+        return false;
+    return true;
+}
+
+// Marks the session lost and names what the device sent before it went away.
+int CAcquisitionCommands::stoppedAnswering(const QString& sent) {
+    m_Session.markLost();
+    m_Err << "Device '" << m_Session.device() << "' stopped answering after " << sent << ".\n";
+    return CParameterTool::Failed;
+}
+
+int CAcquisitionCommands::finishFrames(int printed, int frames) {
+    bool gone = false;
+    int result = CParameterTool::Done;
+    if (endAcquisition(gone, result))
+        return result;
+    if (printed < frames && gone)
+        return stoppedAnswering(QString("%1 of %2 frames").arg(printed).arg(frames));
     if (printed < frames) {
-        if (gone) {
-            m_Session.markLost();
-            m_Err << "Device '" << m_Session.device() << "' stopped answering after " << printed << " of "
-                  << frames << " frames.\n";
-        } else if (printed == 0) {
+        if (printed == 0) {
             m_Err << "No frame arrived in " << QString::number(m_WaitedSeconds, 'f', 1)
                   << " s: does the acquisition wait for a trigger? (TriggerSelector, TriggerMode, "
                      "TriggerSource)\n";
@@ -326,17 +343,12 @@ int CAcquisitionCommands::events(double seconds) {
 }
 
 int CAcquisitionCommands::finishEvents(int received, double seconds) {
-    const bool gone = deviceGone();
-    stopAcquisition();
-    if (!m_StartFailure.isEmpty())
-        return CParameterTool::Failed;
-    if (m_Interrupted)
-        return CParameterTool::Interrupted;
-    if (gone) {
-        m_Session.markLost();
-        m_Err << "Device '" << m_Session.device() << "' stopped answering after " << received << " events.\n";
-        return CParameterTool::Failed;
-    }
+    bool gone = false;
+    int result = CParameterTool::Done;
+    if (endAcquisition(gone, result))
+        return result;
+    if (gone)
+        return stoppedAnswering(QString("%1 events").arg(received));
     if (received == 0) {
         m_Err
             << "No event arrived in " << seconds

@@ -35,6 +35,8 @@ private:
     QJsonObject frameRecord(int index, uint8_t* data, int64_t size, bool hasChunks,
                             GenApi::CChunkAdapter* adapter, const QStringList& names);
     int printFrames(CFrameSource& source, int frames);
+    bool endAcquisition(bool& gone, int& result);
+    int stoppedAnswering(const QString& sent);
     int finishFrames(int printed, int frames);
     QMap<uint64_t, QString> eventNames() const;
     QJsonObject eventRecord(std::vector<uint8_t>& message, GenApi::CEventAdapter& adapter,
