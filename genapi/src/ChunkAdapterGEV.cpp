@@ -11,14 +11,12 @@ CChunkAdapterGEV::CChunkAdapterGEV(INodeMap* pNodeMap, int64_t MaxChunkCacheSize
 CChunkAdapterGEV::~CChunkAdapterGEV() {}
 
 bool CChunkAdapterGEV::CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) {
-    std::vector<GenApiEngine::SChunk> chunks;
-    return GenApiEngine::parseTrailers(pBuffer, BufferLength, true, chunks);
+    return GenApiEngine::trailersDescribe(pBuffer, BufferLength, true);
 }
 
 // A buffer the trailers do not describe is refused whole, and the previous one stays attached.
 void CChunkAdapterGEV::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
                                     AttachStatistics_t* pAttachStatistics) {
-    std::vector<GenApiEngine::SChunk> chunks;
-    GenApiEngine::checkTrailers(pBuffer, BufferLength, true, chunks);
-    GenApiEngine::attachChunks(*m_ppChunkPorts, pBuffer, chunks, m_MaxChunkCacheSize, pAttachStatistics);
+    GenApiEngine::attachTrailered(*m_ppChunkPorts, pBuffer, BufferLength, true, m_MaxChunkCacheSize,
+                                  pAttachStatistics);
 }

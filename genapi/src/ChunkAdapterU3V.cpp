@@ -11,14 +11,12 @@ CChunkAdapterU3V::CChunkAdapterU3V(INodeMap* pNodeMap, int64_t MaxChunkCacheSize
 CChunkAdapterU3V::~CChunkAdapterU3V() {}
 
 bool CChunkAdapterU3V::CheckBufferLayout(uint8_t* pBuffer, int64_t BufferLength) {
-    std::vector<GenApiEngine::SChunk> chunks;
-    return GenApiEngine::parseTrailers(pBuffer, BufferLength, false, chunks);
+    return GenApiEngine::trailersDescribe(pBuffer, BufferLength, false);
 }
 
 // A buffer the trailers do not describe is refused whole, and the previous one stays attached.
 void CChunkAdapterU3V::AttachBuffer(uint8_t* pBuffer, int64_t BufferLength,
                                     AttachStatistics_t* pAttachStatistics) {
-    std::vector<GenApiEngine::SChunk> chunks;
-    GenApiEngine::checkTrailers(pBuffer, BufferLength, false, chunks);
-    GenApiEngine::attachChunks(*m_ppChunkPorts, pBuffer, chunks, m_MaxChunkCacheSize, pAttachStatistics);
+    GenApiEngine::attachTrailered(*m_ppChunkPorts, pBuffer, BufferLength, false, m_MaxChunkCacheSize,
+                                  pAttachStatistics);
 }

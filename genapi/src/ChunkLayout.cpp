@@ -43,6 +43,18 @@ void checkTrailers(const uint8_t* buffer, int64_t length, bool bigEndian, std::v
         throw RUNTIME_EXCEPTION("Invalid layout of buffer attached to chunk parser!");
 }
 
+bool trailersDescribe(const uint8_t* buffer, int64_t length, bool bigEndian) {
+    std::vector<SChunk> chunks;
+    return parseTrailers(buffer, length, bigEndian, chunks);
+}
+
+void attachTrailered(std::vector<CChunkPort*>& ports, uint8_t* buffer, int64_t length, bool bigEndian,
+                     int64_t maxCacheSize, AttachStatistics_t* statistics) {
+    std::vector<SChunk> chunks;
+    checkTrailers(buffer, length, bigEndian, chunks);
+    attachChunks(ports, buffer, chunks, maxCacheSize, statistics);
+}
+
 void attachChunks(std::vector<CChunkPort*>& ports, uint8_t* buffer, const std::vector<SChunk>& chunks,
                   int64_t maxCacheSize, AttachStatistics_t* statistics) {
     std::vector<bool> attached(ports.size(), false);

@@ -23,6 +23,12 @@ bool parseTrailers(const uint8_t* buffer, int64_t length, bool bigEndian, std::v
 // Throws GenApi's exception for a buffer the trailers do not describe.
 void checkTrailers(const uint8_t* buffer, int64_t length, bool bigEndian, std::vector<SChunk>& chunks);
 
+// What the GigE Vision and USB3 Vision adapters do, in their byte order: tell whether the trailers describe
+// a buffer, and attach a buffer's chunks (refusing a buffer they do not describe, the last one staying).
+bool trailersDescribe(const uint8_t* buffer, int64_t length, bool bigEndian);
+void attachTrailered(std::vector<GenApi::CChunkPort*>& ports, uint8_t* buffer, int64_t length, bool bigEndian,
+                     int64_t maxCacheSize, GenApi::AttachStatistics_t* statistics);
+
 // Attaches each chunk to the ports that read it (the chunk nearest the buffer's start wins), detaches the
 // ports without a chunk, tells every port's node once and fills the statistics.
 void attachChunks(std::vector<GenApi::CChunkPort*>& ports, uint8_t* buffer, const std::vector<SChunk>& chunks,
