@@ -11,8 +11,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CBooleanNode::CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfIBoolean) {}
+CBooleanNode::CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfIBoolean) {}
 
 ArvGcBoolean* CBooleanNode::boolean(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_BOOLEAN(arvNode()))

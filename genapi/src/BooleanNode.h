@@ -9,7 +9,7 @@ namespace GenApiEngine {
 
 class CBooleanNode : public CValueNode, public virtual GenApi::IBoolean {
 public:
-    CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CBooleanNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

@@ -8,8 +8,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CCategoryNode::CCategoryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfICategory) {}
+CCategoryNode::CCategoryNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CNodeBase(map, description, intfICategory) {}
 
 void CCategoryNode::GetFeatures(FeatureList_t& Features) const {
     Features.clear();

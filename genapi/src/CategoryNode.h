@@ -9,7 +9,7 @@ namespace GenApiEngine {
 
 class CCategoryNode : public CNodeBase, public virtual GenApi::ICategory {
 public:
-    CCategoryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CCategoryNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

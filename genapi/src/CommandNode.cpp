@@ -10,8 +10,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CCommandNode::CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfICommand) {}
+CCommandNode::CCommandNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfICommand) {}
 
 int64_t CCommandNode::commandValue() {
     if (IInteger* source = dynamic_cast<IInteger*>(pointee("pCommandValue")))

@@ -9,7 +9,7 @@ namespace GenApiEngine {
 
 class CCommandNode : public CValueNode, public virtual GenApi::ICommand {
 public:
-    CCommandNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CCommandNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

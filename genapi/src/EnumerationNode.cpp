@@ -12,8 +12,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CEnumerationNode::CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfIEnumeration) {}
+CEnumerationNode::CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfIEnumeration) {}
 
 ArvGcEnumeration* CEnumerationNode::enumeration(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_ENUMERATION(arvNode()))
@@ -156,8 +156,8 @@ IEnumeration& CEnumerationNode::operator=(const gcstring& ValueStr) {
     return *this;
 }
 
-CEnumEntryNode::CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIEnumEntry) {}
+CEnumEntryNode::CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CNodeBase(map, description, intfIEnumEntry) {}
 
 // An entry's value is a constant of the description, read once.
 int64_t CEnumEntryNode::GetValue() {

@@ -11,7 +11,7 @@ class CEnumEntryNode;
 
 class CEnumerationNode : public CValueNode, public virtual GenApi::IEnumeration {
 public:
-    CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CEnumerationNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;
@@ -40,7 +40,7 @@ private:
 
 class CEnumEntryNode : public CNodeBase, public virtual GenApi::IEnumEntry {
 public:
-    CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CEnumEntryNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

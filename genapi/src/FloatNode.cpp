@@ -16,8 +16,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CFloatNode::CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfIFloat),
+CFloatNode::CFloatNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfIFloat),
       m_ImposedMin(-std::numeric_limits<double>::max()),
       m_ImposedMax(std::numeric_limits<double>::max()) {}
 

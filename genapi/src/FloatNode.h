@@ -10,7 +10,7 @@ namespace GenApiEngine {
 
 class CFloatNode : public CValueNode, public virtual GenApi::IFloat {
 public:
-    CFloatNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CFloatNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     // IValue
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;

@@ -14,8 +14,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CIntegerNode::CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfIInteger) {}
+CIntegerNode::CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfIInteger) {}
 
 ArvGcInteger* CIntegerNode::integer(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_INTEGER(arvNode()))

@@ -9,7 +9,7 @@ namespace GenApiEngine {
 
 class CIntegerNode : public CValueNode, public virtual GenApi::IInteger {
 public:
-    CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CIntegerNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     // IValue
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;

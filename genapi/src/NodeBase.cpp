@@ -33,9 +33,8 @@ private:
 
 }  // namespace
 
-CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
-                     EInterfaceType principalType)
-    : m_Map(map), m_Description(description), m_ArvNode(arvNode), m_PrincipalType(principalType) {
+CNodeBase::CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, EInterfaceType principalType)
+    : m_Map(map), m_Description(description), m_PrincipalType(principalType) {
     if (!EAccessModeClass::FromString(m_Description.value("ImposedAccessMode").c_str(),
                                       &m_DescribedImposedAccess)) {
         m_DescribedImposedAccess = RW;
@@ -48,7 +47,18 @@ CNodeBase::~CNodeBase() {
 }
 
 ArvGcFeatureNode* CNodeBase::feature() const {
-    return m_ArvNode && ARV_IS_GC_FEATURE_NODE(m_ArvNode) ? ARV_GC_FEATURE_NODE(m_ArvNode) : nullptr;
+    ArvGcNode* node = arvNode();
+    return node && ARV_IS_GC_FEATURE_NODE(node) ? ARV_GC_FEATURE_NODE(node) : nullptr;
+}
+
+// Under the map lock, since making Aravis' node changes the document all the map's nodes share.
+ArvGcNode* CNodeBase::resolveArvNode() const {
+    GenApi::AutoLock lock(m_Map.GetLock());
+    if (!m_ArvResolved.load(std::memory_order_relaxed)) {
+        m_ArvNode = m_Map.aravisNode(m_Description);
+        m_ArvResolved.store(true, std::memory_order_release);
+    }
+    return m_ArvNode;
 }
 
 CNodeBase* CNodeBase::pointee(const char* property) const {

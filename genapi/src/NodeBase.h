@@ -10,6 +10,7 @@
 #include "RegisterCache.h"
 #include "XmlIndex.h"
 #include <arv.h>
+#include <atomic>
 #include <functional>
 #include <initializer_list>
 #include <type_traits>
@@ -22,8 +23,7 @@ class CNodeMapImpl;
 
 class CNodeBase : public virtual GenApi::INode, public virtual GenApi::ISelector, public GenApi::IUserData {
 public:
-    CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode,
-              GenApi::EInterfaceType principalType);
+    CNodeBase(CNodeMapImpl& map, const SNodeDescription& description, GenApi::EInterfaceType principalType);
     ~CNodeBase() override;
 
     // IBase
@@ -75,7 +75,10 @@ public:
     const SNodeDescription& description() const { return m_Description; }
     const std::string& name() const { return m_Description.name; }
     CNodeMapImpl& map() const { return m_Map; }
-    ArvGcNode* arvNode() const { return m_ArvNode; }
+    // Aravis' node, made when first asked for; null when Aravis has none.
+    ArvGcNode* arvNode() const {
+        return m_ArvResolved.load(std::memory_order_acquire) ? m_ArvNode : resolveArvNode();
+    }
     // Only nodes with callbacks are collected for firing after a change.
     bool hasCallbacks() const { return !m_Callbacks.empty(); }
     // Only nodes with cbPostOutsideLock callbacks take part in the firing after the lock is released.
@@ -161,7 +164,7 @@ protected:
     template <typename T, typename Call>
     T limitOr(const char* method, const char* property, T fallback, Call call) const {
         const bool described = m_Description.has(property) || m_Description.has(std::string("p") + property);
-        if (!described && !m_ArvNode)
+        if (!described && !arvNode())
             return fallback;
         GError* error = nullptr;
         const T result = call(&error);
@@ -214,12 +217,14 @@ private:
     bool anyValueSource(const std::function<bool(const SProperty&, const CNodeBase&)>& test) const;
     bool isCondition(const char* property) const;
     GenApi::EAccessMode computeAccessMode() const;
+    ArvGcNode* resolveArvNode() const;
     bool isRegistered(GenApi::CNodeCallback* callback) const;
     static void callSafely(GenApi::CNodeCallback* callback, GenApi::ECallbackType type);
 
     CNodeMapImpl& m_Map;
     const SNodeDescription& m_Description;
-    ArvGcNode* m_ArvNode;
+    mutable ArvGcNode* m_ArvNode = nullptr;
+    mutable std::atomic<bool> m_ArvResolved{false};
     GenApi::EInterfaceType m_PrincipalType;
     GenApi::EAccessMode m_ImposedAccess = GenApi::RW;
     GenApi::EAccessMode m_DescribedImposedAccess = GenApi::RW;

@@ -1,6 +1,7 @@
 // CNodeMapFactory: keeps a description's text (read from a file, a ZIP or a string) and builds maps from it.
 #include <GenApi/NodeMapFactory.h>
 #include <Base/GCUtilities.h>
+#include "DescriptionCache.h"
 #include "NodeMapImpl.h"
 #include "XmlEditing.h"
 #include <arv.h>
@@ -16,6 +17,7 @@ public:
     std::string xml;
     std::vector<std::string> injections;
     bool released = false;
+    ECacheUsage_t cacheUsage = CacheUsage_Automatic;
 };
 
 namespace {
@@ -64,8 +66,10 @@ std::string decode(EContentType_t ContentType, const void* pData, size_t DataSiz
 
 CNodeMapFactory::CNodeMapFactory() : m_pData(std::make_shared<CNodeMapFactoryData>()) {}
 
-CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const gcstring& FileName, ECacheUsage_t, bool)
+CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const gcstring& FileName,
+                                 ECacheUsage_t CacheUsage, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
+    m_pData->cacheUsage = CacheUsage;
     if (FileName.empty())
         throw INVALID_ARGUMENT_EXCEPTION("The camera description file name is empty");
     const std::string content = readFile(FileName);
@@ -73,15 +77,17 @@ CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const gcstring& Fil
 }
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t ContentType, const void* pData, size_t DataSize,
-                                 ECacheUsage_t, bool)
+                                 ECacheUsage_t CacheUsage, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
+    m_pData->cacheUsage = CacheUsage;
     if (!pData || DataSize == 0)
         throw INVALID_ARGUMENT_EXCEPTION("The camera description data is empty");
     m_pData->xml = decode(ContentType, pData, DataSize);
 }
 
-CNodeMapFactory::CNodeMapFactory(const gcstring& XmlData, ECacheUsage_t, bool)
+CNodeMapFactory::CNodeMapFactory(const gcstring& XmlData, ECacheUsage_t CacheUsage, bool)
     : m_pData(std::make_shared<CNodeMapFactoryData>()) {
+    m_pData->cacheUsage = CacheUsage;
     if (XmlData.empty())
         throw INVALID_ARGUMENT_EXCEPTION("The camera description text is empty");
     m_pData->xml.assign(XmlData.c_str(), XmlData.size());
@@ -101,7 +107,8 @@ INodeMap* CNodeMapFactory::CreateNodeMap(const gcstring& DeviceName,
     LoadAndInject();
     if (m_pData->xml.empty())
         throw RUNTIME_EXCEPTION("The factory holds no camera description");
-    INodeMap* map = GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, nullptr);
+    INodeMap* map =
+        GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, nullptr, m_pData->cacheUsage);
     if (DoReleaseCameraDescriptionFileData)
         ReleaseCameraDescriptionFileData();
     return map;
@@ -112,7 +119,8 @@ INodeMap* CNodeMapFactory::CreateNodeMap(CLock& UserProvidedLock, const gcstring
     LoadAndInject();
     if (m_pData->xml.empty())
         throw RUNTIME_EXCEPTION("The factory holds no camera description");
-    INodeMap* map = GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, &UserProvidedLock);
+    INodeMap* map = GenApiEngine::CNodeMapImpl::createFromXml(m_pData->xml, DeviceName, &UserProvidedLock,
+                                                              m_pData->cacheUsage);
     if (DoReleaseCameraDescriptionFileData)
         ReleaseCameraDescriptionFileData();
     return map;
@@ -126,7 +134,7 @@ INodeMap* CNodeMapFactory::CreateEmptyNodeMap() {
 }
 
 bool CNodeMapFactory::ClearCache() {
-    return true;
+    return GenApiEngine::CDescriptionCache::fromEnvironment().clear();
 }
 
 void CNodeMapFactory::AddInjectionData(CNodeMapFactory& injectionData) {

@@ -1,6 +1,8 @@
 // Builds engine nodes over Aravis' document, links their dependencies and runs the lock/callback protocol.
 #include "NodeMapImpl.h"
 #include <Base/GCUtilities.h>
+#include "AravisDocument.h"
+#include "DescriptionCache.h"
 #include "BooleanNode.h"
 #include "CategoryNode.h"
 #include "CommandNode.h"
@@ -28,36 +30,36 @@ using GENICAM_NAMESPACE::gcstring_vector;
 namespace GenApiEngine {
 namespace {
 
-std::unique_ptr<CNodeBase> makeNode(CNodeMapImpl& map, const SNodeDescription& d, ArvGcNode* n) {
+std::unique_ptr<CNodeBase> makeNode(CNodeMapImpl& map, const SNodeDescription& d) {
     const std::string& t = d.tag;
     if (t == "Integer" || t == "IntSwissKnife" || t == "IntConverter")
-        return std::make_unique<CIntegerNode>(map, d, n);
+        return std::make_unique<CIntegerNode>(map, d);
     if (t == "IntReg" || t == "MaskedIntReg" || t == "StructEntry") {
-        return std::make_unique<CRegisterNodeT<CIntegerNode>>(map, d, n);
+        return std::make_unique<CRegisterNodeT<CIntegerNode>>(map, d);
     }
     if (t == "Float" || t == "SwissKnife" || t == "Converter")
-        return std::make_unique<CFloatNode>(map, d, n);
+        return std::make_unique<CFloatNode>(map, d);
     if (t == "FloatReg")
-        return std::make_unique<CRegisterNodeT<CFloatNode>>(map, d, n);
+        return std::make_unique<CRegisterNodeT<CFloatNode>>(map, d);
     if (t == "String")
-        return std::make_unique<CStringNode>(map, d, n);
+        return std::make_unique<CStringNode>(map, d);
     if (t == "StringReg")
-        return std::make_unique<CRegisterNodeT<CStringNode>>(map, d, n);
+        return std::make_unique<CRegisterNodeT<CStringNode>>(map, d);
     if (t == "Register")
-        return std::make_unique<CRegisterNode>(map, d, n);
+        return std::make_unique<CRegisterNode>(map, d);
     if (t == "Boolean")
-        return std::make_unique<CBooleanNode>(map, d, n);
+        return std::make_unique<CBooleanNode>(map, d);
     if (t == "Command")
-        return std::make_unique<CCommandNode>(map, d, n);
+        return std::make_unique<CCommandNode>(map, d);
     if (t == "Enumeration")
-        return std::make_unique<CEnumerationNode>(map, d, n);
+        return std::make_unique<CEnumerationNode>(map, d);
     if (t == "EnumEntry")
-        return std::make_unique<CEnumEntryNode>(map, d, n);
+        return std::make_unique<CEnumEntryNode>(map, d);
     if (t == "Category")
-        return std::make_unique<CCategoryNode>(map, d, n);
+        return std::make_unique<CCategoryNode>(map, d);
     if (t == "Port")
-        return std::make_unique<CPortNode>(map, d, n);
-    return std::make_unique<CNodeBase>(map, d, n, intfIBase);
+        return std::make_unique<CPortNode>(map, d);
+    return std::make_unique<CNodeBase>(map, d, intfIBase);
 }
 
 uint16_t versionPart(const std::string& text) {
@@ -66,26 +68,45 @@ uint16_t versionPart(const std::string& text) {
 
 }  // namespace
 
-CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName,
-                                          CLock* userLock) {
+CNodeMapImpl* CNodeMapImpl::createFromXml(const std::string& xml, const gcstring& deviceName, CLock* userLock,
+                                          ECacheUsage_t cacheUsage) {
     const CQuietXmlErrors quiet;
-    // The index is built once: it fails early, with a GenICam exception, on text that is not XML, and the
-    // node map keeps it.
-    std::unique_ptr<CXmlIndex> index(new CXmlIndex(xml, true));
-    refuseReadCycles(*index);
-    const SPortRouting routing = routePorts(*index);
-    const bool trimmed = trimPaddedTexts(index->document());
-    const std::string forAravis = routing.tagged() ? tagPortAddresses(index->document(), routing)
-                                  : trimmed        ? documentText(index->document())
-                                                   : xml;
-    index->releaseDocument();
+    const CDescriptionCache cache =
+        cacheUsage == CacheUsage_Ignore ? CDescriptionCache("") : CDescriptionCache::fromEnvironment();
+    SPreparedDescription prepared;
+    if (cacheUsage == CacheUsage_ForceWrite || !cache.load(xml, prepared)) {
+        prepared = prepare(xml);
+        if (cacheUsage != CacheUsage_ForceRead)
+            cache.store(xml, prepared);
+    }
+    return createOverPorts(xml, std::move(prepared), deviceName, userLock);
+}
+
+// The index is built once: it fails early, with a GenICam exception, on text that is not XML, and the
+// node map keeps it. Aravis gets the parsed document as the engine edits it.
+SPreparedDescription CNodeMapImpl::prepare(const std::string& xml) {
+    SPreparedDescription prepared;
+    prepared.index.reset(new CXmlIndex(xml, true));
+    CXmlIndex& index = *prepared.index;
+    refuseReadCycles(index);
+    const SPortRouting routing = routePorts(index);
+    trimPaddedTexts(index.document());
+    if (routing.tagged())
+        tagPortAddresses(index.document(), routing);
+    prepared.aravis.reset(CAravisDocument::fromDocument(index.document()));
+    index.releaseDocument();
+    return prepared;
+}
+
+CNodeMapImpl* CNodeMapImpl::createOverPorts(const std::string& xml, SPreparedDescription prepared,
+                                            const gcstring& deviceName, CLock* userLock) {
     ArvDevice* device = createPortDevice();
-    ArvGc* genicam = arv_gc_new(device, forAravis.data(), forAravis.size());
-    if (!genicam) {
+    if (!prepared.aravis->attach(device)) {
         g_object_unref(device);
         throw RUNTIME_EXCEPTION("The camera description could not be loaded");
     }
-    return new CNodeMapImpl(device, genicam, true, xml, std::move(index), deviceName, userLock);
+    return new CNodeMapImpl(device, std::move(prepared.aravis), true, xml, std::move(prepared.index),
+                            deviceName, userLock);
 }
 
 CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& deviceName) {
@@ -97,14 +118,15 @@ CNodeMapImpl* CNodeMapImpl::createForDevice(ArvDevice* device, const gcstring& d
     std::unique_ptr<CXmlIndex> index(new CXmlIndex(std::string(xml, size)));
     refuseReadCycles(*index);
     g_object_ref(device);
-    return new CNodeMapImpl(device, genicam, false, std::string(xml, size), std::move(index), deviceName,
-                            nullptr);
+    return new CNodeMapImpl(device, std::unique_ptr<CAravisDocument>(new CAravisDocument(genicam)), false,
+                            std::string(xml, size), std::move(index), deviceName, nullptr);
 }
 
-CNodeMapImpl::CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
-                           std::unique_ptr<CXmlIndex> index, const gcstring& deviceName, CLock* userLock)
+CNodeMapImpl::CNodeMapImpl(ArvDevice* device, std::unique_ptr<CAravisDocument> aravis, bool ownsDevice,
+                           const std::string& xml, std::unique_ptr<CXmlIndex> index,
+                           const gcstring& deviceName, CLock* userLock)
     : m_Device(device),
-      m_Genicam(genicam),
+      m_Aravis(std::move(aravis)),
       m_OwnsDevice(ownsDevice),
       m_Index(std::move(index)),
       m_DeviceName(deviceName),
@@ -137,8 +159,7 @@ CNodeMapImpl::~CNodeMapImpl() {
         m_Control->disconnect();
     m_Nodes.clear();
     destroyRetired();
-    if (m_OwnsDevice)
-        g_object_unref(m_Genicam);
+    m_Aravis.reset();
     g_object_unref(m_Device);
     m_Control.reset();
 }
@@ -155,32 +176,24 @@ void CNodeMapImpl::Destroy() {
     delete this;
 }
 
-// Enumeration entries are looked up through their enumeration, since entry names repeat across enumerations.
 void CNodeMapImpl::createNodes() {
+    m_Nodes.reserve(m_Index->nodes().size());
+    m_ByName.reserve(m_Index->nodes().size());
     for (const SNodeDescription& description : m_Index->nodes()) {
-        ArvGcNode* arvNode = nullptr;
-        if (description.tag == "EnumEntry") {
-            ArvGcNode* owner = arv_gc_get_node(m_Genicam, description.parent.c_str());
-            if (owner && ARV_IS_GC_ENUMERATION(owner)) {
-                for (const GSList* item = arv_gc_enumeration_get_entries(ARV_GC_ENUMERATION(owner)); item;
-                     item = item->next) {
-                    ArvGcFeatureNode* entry = ARV_GC_FEATURE_NODE(item->data);
-                    const char* entryName = arv_gc_feature_node_get_name(entry);  // null for a nameless entry
-                    if (entryName && description.xmlName == entryName)
-                        arvNode = ARV_GC_NODE(entry);
-                }
-            }
-        } else {
-            const std::string& arvName =
-                description.definedName.empty() ? description.xmlName : description.definedName;
-            arvNode = arv_gc_get_node(m_Genicam, arvName.c_str());
-        }
-        std::unique_ptr<CNodeBase> node = makeNode(*this, description, arvNode);
+        std::unique_ptr<CNodeBase> node = makeNode(*this, description);
         m_ByName.emplace(description.name, node.get());
         if (node->GetPollingTime() > 0)
             m_PollElapsed[node.get()] = 0;
         m_Nodes.push_back(std::move(node));
     }
+}
+
+// Enumeration entries are looked up through their enumeration, since entry names repeat across
+// enumerations; a node the description defines inside another goes by the name it was given there.
+ArvGcNode* CNodeMapImpl::aravisNode(const SNodeDescription& description) const {
+    if (description.tag == "EnumEntry")
+        return m_Aravis->entry(description.parent, description.xmlName);
+    return m_Aravis->node(description.definedName.empty() ? description.xmlName : description.definedName);
 }
 
 // Features are the nodes reachable from the category "Root".

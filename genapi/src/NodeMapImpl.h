@@ -5,9 +5,11 @@
 #include <GenApi/IDestroy.h>
 #include <GenApi/IDeviceInfo.h>
 #include <GenApi/INodeMap.h>
+#include <GenApi/NodeMapFactory.h>
 #include <GenApi/IUserData.h>
 #include <GenApi/NodeCallback.h>
 #include "DependentGraph.h"
+#include "DescriptionCache.h"
 #include "DeviceControl.h"
 #include "NodeProperties.h"
 #include "PortRouting.h"
@@ -20,10 +22,12 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace GenApiEngine {
 
+class CAravisDocument;
 class CNodeBase;
 
 class CNodeMapImpl : public GenApi::INodeMap,
@@ -31,9 +35,11 @@ class CNodeMapImpl : public GenApi::INodeMap,
                      public GenApi::IDeviceInfo,
                      public GenApi::IUserData {
 public:
-    // A map over a description whose registers are reached through user ports connected later.
+    // A map over a description whose registers are reached through user ports connected later; the
+    // description cache is used as the factory's cache usage asks, when the environment names one.
     static CNodeMapImpl* createFromXml(const std::string& xml, const GenICam::gcstring& deviceName,
-                                       GenApi::CLock* userLock);
+                                       GenApi::CLock* userLock,
+                                       GenApi::ECacheUsage_t cacheUsage = GenApi::CacheUsage_Ignore);
     // A map over a device Aravis opened; the map keeps a reference to the device.
     static CNodeMapImpl* createForDevice(ArvDevice* device, const GenICam::gcstring& deviceName);
 
@@ -76,7 +82,9 @@ public:
     // Engine side, used by the nodes.
     CNodeBase* node(const std::string& name) const;
     ArvDevice* device() const { return m_Device; }
-    ArvGc* genicam() const { return m_Genicam; }
+    // Aravis' node for a node of the description, made when first asked for; the map lock must be held.
+    ArvGcNode* aravisNode(const SNodeDescription& description) const;
+    const CAravisDocument& aravis() const { return *m_Aravis; }
     const CXmlIndex& index() const { return *m_Index; }
     // The description text the map was made from.
     const std::string& xml() const { return m_Xml; }
@@ -131,9 +139,12 @@ public:
     void dropAccessFrom(CNodeBase* node) const;
 
 private:
-    CNodeMapImpl(ArvDevice* device, ArvGc* genicam, bool ownsDevice, const std::string& xml,
-                 std::unique_ptr<CXmlIndex> index, const GenICam::gcstring& deviceName,
-                 GenApi::CLock* userLock);
+    CNodeMapImpl(ArvDevice* device, std::unique_ptr<CAravisDocument> aravis, bool ownsDevice,
+                 const std::string& xml, std::unique_ptr<CXmlIndex> index,
+                 const GenICam::gcstring& deviceName, GenApi::CLock* userLock);
+    static SPreparedDescription prepare(const std::string& xml);
+    static CNodeMapImpl* createOverPorts(const std::string& xml, SPreparedDescription prepared,
+                                         const GenICam::gcstring& deviceName, GenApi::CLock* userLock);
     ~CNodeMapImpl();
     void createNodes();
     void markFeatures();
@@ -145,7 +156,7 @@ private:
     void destroyRetired() const;
 
     ArvDevice* m_Device;
-    ArvGc* m_Genicam;
+    std::unique_ptr<CAravisDocument> m_Aravis;
     bool m_OwnsDevice;
     std::unique_ptr<CXmlIndex> m_Index;
     GenICam::gcstring m_DeviceName;
@@ -155,7 +166,7 @@ private:
     GenApi::UserData_t m_UserData = nullptr;
 
     std::vector<std::unique_ptr<CNodeBase>> m_Nodes;
-    std::map<std::string, CNodeBase*> m_ByName;
+    std::unordered_map<std::string, CNodeBase*> m_ByName;
     std::unique_ptr<CNodeLinks> m_Links;
     std::unique_ptr<CValueCache> m_Values;
     SPortRouting m_Routing;

@@ -8,8 +8,8 @@ using namespace GENAPI_NAMESPACE;
 
 namespace GenApiEngine {
 
-CPortNode::CPortNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CNodeBase(map, description, arvNode, intfIPort) {}
+CPortNode::CPortNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CNodeBase(map, description, intfIPort) {}
 
 GenICam::gcstring CPortNode::GetChunkID() const {
     return description().value("ChunkID").c_str();

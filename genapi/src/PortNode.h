@@ -16,7 +16,7 @@ class CPortNode : public CNodeBase,
                   public GenApi::IPortRecorder,
                   public GenApi::IPortStacked {
 public:
-    CPortNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CPortNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring GetChunkID() const override;
     GenApi::EYesNo CacheChunkData() const override;

@@ -127,20 +127,10 @@ SPortRouting routePorts(const CXmlIndex& index) {
     return routing;
 }
 
-std::string tagPortAddresses(xmlDoc* document, const SPortRouting& routing) {
+void tagPortAddresses(xmlDoc* document, const SPortRouting& routing) {
     if (!document || !xmlDocGetRootElement(document))
         throw RUNTIME_EXCEPTION("The camera description is not well-formed XML");
     tagElements(xmlDocGetRootElement(document), routing);
-    return documentText(document);
-}
-
-std::string documentText(xmlDoc* document) {
-    xmlChar* buffer = nullptr;
-    int size = 0;
-    xmlDocDumpMemory(document, &buffer, &size);
-    std::string text(reinterpret_cast<const char*>(buffer), static_cast<size_t>(size));
-    xmlFree(buffer);
-    return text;
 }
 
 }  // namespace GenApiEngine

@@ -29,12 +29,9 @@ struct SPortRouting {
 // would not fit above the addresses it writes.
 SPortRouting routePorts(const CXmlIndex& index);
 
-// The description as Aravis should see it, from the parsed document (which it changes): registers of tagged
-// ports carry their tag as an extra Address, and tagged ports lose their ChunkID and EventID, so that their
-// transfers reach the device.
-std::string tagPortAddresses(_xmlDoc* document, const SPortRouting& routing);
-// The text of a parsed document.
-std::string documentText(_xmlDoc* document);
+// Edits the parsed description into what Aravis should see: registers of tagged ports carry their tag as an
+// extra Address, and tagged ports lose their ChunkID and EventID, so that their transfers reach the device.
+void tagPortAddresses(_xmlDoc* document, const SPortRouting& routing);
 
 }  // namespace GenApiEngine
 

@@ -78,8 +78,8 @@ private:
 // A plain Register node: its value is its bytes, shown in hex.
 class CRawRegisterBase : public CValueNode {
 public:
-    CRawRegisterBase(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-        : CValueNode(map, description, arvNode, GenApi::intfIRegister) {}
+    CRawRegisterBase(CNodeMapImpl& map, const SNodeDescription& description)
+        : CValueNode(map, description, GenApi::intfIRegister) {}
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

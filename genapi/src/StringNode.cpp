@@ -9,8 +9,8 @@ using GENICAM_NAMESPACE::gcstring;
 
 namespace GenApiEngine {
 
-CStringNode::CStringNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode)
-    : CValueNode(map, description, arvNode, intfIString) {}
+CStringNode::CStringNode(CNodeMapImpl& map, const SNodeDescription& description)
+    : CValueNode(map, description, intfIString) {}
 
 ArvGcString* CStringNode::string(const char* method) const {
     if (!arvNode() || !ARV_IS_GC_STRING(arvNode()))

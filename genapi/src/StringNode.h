@@ -9,7 +9,7 @@ namespace GenApiEngine {
 
 class CStringNode : public CValueNode, public virtual GenApi::IString {
 public:
-    CStringNode(CNodeMapImpl& map, const SNodeDescription& description, ArvGcNode* arvNode);
+    CStringNode(CNodeMapImpl& map, const SNodeDescription& description);
 
     GenICam::gcstring ToString(bool Verify = false, bool IgnoreCache = false) override;
     void FromString(const GenICam::gcstring& ValueStr, bool Verify = true) override;

@@ -266,6 +266,10 @@ CXmlIndex::CXmlIndex(const std::string& xml, bool keepDocument) {
         xmlFreeDoc(document);
 }
 
+CXmlIndex::CXmlIndex(std::vector<SNodeDescription> nodes, std::map<std::string, size_t> byName,
+                     std::map<std::string, std::string> rootAttributes)
+    : m_Nodes(std::move(nodes)), m_ByName(std::move(byName)), m_RootAttributes(std::move(rootAttributes)) {}
+
 namespace {
 
 // Whether a leaf element's text starts or ends with whitespace, looked up without copying it.

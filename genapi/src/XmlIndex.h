@@ -73,6 +73,9 @@ public:
     // keepDocument, the parsed document stays for document() until releaseDocument(), so that it need not
     // be parsed again to be rewritten.
     explicit CXmlIndex(const std::string& xml, bool keepDocument = false);
+    // An index kept from an earlier parse (the description cache).
+    CXmlIndex(std::vector<SNodeDescription> nodes, std::map<std::string, size_t> byName,
+              std::map<std::string, std::string> rootAttributes);
     ~CXmlIndex();
     CXmlIndex(const CXmlIndex&) = delete;
     CXmlIndex& operator=(const CXmlIndex&) = delete;
@@ -83,6 +86,9 @@ public:
     const SNodeDescription* find(const std::string& name) const;
     // An attribute of the root element (ModelName, VendorName, SchemaMajorVersion, ...).
     std::string rootAttribute(const std::string& name) const;
+    const std::map<std::string, std::string>& rootAttributes() const { return m_RootAttributes; }
+    // The node each name finds.
+    const std::map<std::string, size_t>& byName() const { return m_ByName; }
 
 private:
     void indexChildren(void* element);
