@@ -10,15 +10,23 @@ command -v clang++ >/dev/null || { sudo=""; [ "$(id -u)" -eq 0 ] || sudo="sudo";
 build="$here/build-fuzz"
 CC=clang CXX=clang++ cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DPC_SANITIZE=fuzzer-no-link,address -DPC_FUZZ=ON >/dev/null
-cmake --build "$build" -j2 --target FullNameFuzzer FeatureStreamFuzzer DescriptionFuzzer FileAccessFuzzer ChunkAndEventFuzzer
+cmake --build "$build" -j2 --target FullNameFuzzer FeatureStreamFuzzer DescriptionFuzzer FileAccessFuzzer ChunkAndEventFuzzer \
+    DescriptionCacheFuzzer
 export ASAN_OPTIONS="detect_leaks=1"
 run() {
     local target=$1 corpus=$2
     local work="$build/fuzz/corpus-$target"
     mkdir -p "$work"
     echo "== $target"
+    local log="$build/fuzz/$target.log" status=0
     (cd "$build/fuzz" && "./$target" "$work" "$here/fuzz/corpus/$corpus" -max_total_time="$seconds" \
-        -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 2>&1 | grep -E "stat::number_of_executed_units|ERROR|SUMMARY|Done")
+        -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 >"$log" 2>&1) || status=$?
+    grep -E "stat::number_of_executed_units|ERROR|SUMMARY|Done" "$log" || true
+    # A finding is shown with what led to it: the stack, the message of an abort, the input's file.
+    if [ "$status" -ne 0 ]; then
+        tail -n 80 "$log"
+        exit "$status"
+    fi
 }
 run FullNameFuzzer names
 run FeatureStreamFuzzer streams
@@ -28,3 +36,8 @@ cp "$here/simcamera/SimulatedCamera.xml" "$build/fuzz/corpus-DescriptionFuzzer/s
 run DescriptionFuzzer descriptions
 run FileAccessFuzzer files
 run ChunkAndEventFuzzer payloads
+# The payload of the simulated camera's cache entry seeds the cache fuzzer.
+mkdir -p "$build/fuzz/corpus-DescriptionCacheFuzzer"
+(cd "$build/fuzz" && FUZZ_WRITE_SEED="$build/fuzz/corpus-DescriptionCacheFuzzer/simulated-camera.payload" \
+    ./DescriptionCacheFuzzer)
+run DescriptionCacheFuzzer cache
