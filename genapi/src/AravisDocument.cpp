@@ -183,7 +183,8 @@ size_t CAravisDocument::madeUnits() const {
 ArvGcNode* CAravisDocument::node(const std::string& name) {
     if (!m_Genicam)
         return nullptr;
-    if (!m_Complete && indexNames()) {
+    if (!m_Complete) {
+        indexNames();
         const auto found = m_Definitions.find(name);
         if (found != m_Definitions.end())
             makeWithReferences(found->second);
@@ -209,15 +210,15 @@ ArvGcNode* CAravisDocument::entry(const std::string& enumeration, const std::str
 // Enumeration entries are left out: Aravis finds them through their enumeration, and an entry's name
 // (On, Off) must not take the place of a node of that name. Nothing inside an element Aravis does not know
 // (an Extension, say, whose elements may carry Name attributes of their own) defines a node.
-bool CAravisDocument::indexNames() {
+void CAravisDocument::indexNames() {
     if (m_Indexed)
-        return true;
+        return;
     m_Indexed = true;
     for (uint32_t unit = 0; unit < m_Offsets.size(); ++unit) {
         SCursor cursor = unitCursor(unit);
         int depth = 0;
         int unknownDepth = 0;
-        do {
+        while (!cursor.done()) {
             const char op = cursor.op();
             if (op == openTag) {
                 ++depth;
@@ -233,9 +234,10 @@ bool CAravisDocument::indexNames() {
                 --depth;
                 unknownDepth = unknownDepth > 0 ? unknownDepth - 1 : 0;
             }
-        } while (depth > 0 && !cursor.done());
+            if (depth <= 0)
+                break;
+        }
     }
-    return true;
 }
 
 bool CAravisDocument::knowsTag(const char* tag) {
@@ -281,7 +283,7 @@ void CAravisDocument::make(size_t unit, std::vector<std::string>& references) {
     SCursor cursor = unitCursor(unit);
     int refused = 0;  // depth inside a refused element
     bool followed = false;
-    do {
+    while (!cursor.done()) {
         const char op = cursor.op();
         if (op == openTag) {
             const char* tag = cursor.string();
@@ -321,7 +323,9 @@ void CAravisDocument::make(size_t unit, std::vector<std::string>& references) {
             open.pop_back();
             followed = false;
         }
-    } while ((open.size() > 1 || refused > 0) && !cursor.done());
+        if (open.size() <= 1 && refused == 0)
+            break;
+    }
     registerWinners(defined);
 }
 

@@ -48,7 +48,7 @@ public:
 
 private:
     CAravisDocument() = default;
-    bool indexNames();
+    void indexNames();
     bool knowsTag(const char* tag);
     SCursor unitCursor(size_t unit) const;
     void makeWithReferences(size_t unit);
