@@ -1,5 +1,6 @@
 // Opening Aravis devices and wrapping them in engine node maps.
 #include <GenApiEngine/AravisDevices.h>
+#include "AravisLock.h"
 #include "NodeMapImpl.h"
 #include <arv.h>
 
@@ -31,6 +32,7 @@ GenApi::INodeMap* wrap(ArvDevice* device, GError* error, const GenICam::gcstring
 }  // namespace
 
 std::vector<std::string> listAravisDevices() {
+    const std::lock_guard<std::mutex> listing(aravisLock());
     arv_update_device_list();
     std::vector<std::string> ids;
     const unsigned int count = arv_get_n_devices();
@@ -43,6 +45,7 @@ std::vector<std::string> listAravisDevices() {
 }
 
 std::vector<SAravisDevice> describeAravisDevices() {
+    const std::lock_guard<std::mutex> listing(aravisLock());
     arv_update_device_list();
     std::vector<SAravisDevice> devices;
     const unsigned int count = arv_get_n_devices();
@@ -57,6 +60,8 @@ std::vector<SAravisDevice> describeAravisDevices() {
 }
 
 GenApi::INodeMap* openAravisDevice(const std::string& deviceId, const GenICam::gcstring& deviceName) {
+    // Opening parses the device's description, and the map over it reads Aravis' document of it.
+    const std::lock_guard<std::mutex> opening(aravisLock());
     GError* error = nullptr;
     ArvDevice* device = arv_open_device(deviceId.empty() ? nullptr : deviceId.c_str(), &error);
     return wrap(device, error, deviceName);
@@ -64,6 +69,7 @@ GenApi::INodeMap* openAravisDevice(const std::string& deviceId, const GenICam::g
 
 GenApi::INodeMap* createAravisFakeDevice(const std::string& serialNumber,
                                          const GenICam::gcstring& deviceName) {
+    const std::lock_guard<std::mutex> opening(aravisLock());
     GError* error = nullptr;
     ArvDevice* device = arv_fake_device_new(serialNumber.c_str(), &error);
     return wrap(device, error, deviceName);

@@ -2,6 +2,7 @@
 // attribute, then an empty name; '"' text; '>' closes the element. Every string ends with a zero byte, which
 // XML text cannot contain. Making a node replays its encoding as Aravis' parser would build it.
 #include "AravisDocument.h"
+#include "AravisLock.h"
 #include <libxml/tree.h>
 #include <cstring>
 #include <memory>
@@ -169,6 +170,7 @@ CAravisDocument::~CAravisDocument() {
 bool CAravisDocument::attach(ArvDevice* device) {
     if (m_Complete)
         return true;
+    const std::lock_guard<std::mutex> parsing(aravisLock());
     m_Genicam = arv_gc_new(device, m_RootText.data(), m_RootText.size());
     return m_Genicam != nullptr;
 }

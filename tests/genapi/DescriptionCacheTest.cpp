@@ -13,7 +13,11 @@
 #include <sys/stat.h>
 #include <cstdio>
 #include <cstdlib>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <thread>
+
+extern char** environ;
 
 using namespace GenApiEngine;
 
@@ -250,6 +254,43 @@ TEST(DescriptionCache, LoadsFromSeveralThreadsShareOneFolder) {
         thread.join();
     for (const std::string& answer : answers)
         EXPECT_EQ(answer, "");
+    EXPECT_EQ(folder.entries(), 1u) << "no temporary file is left behind";
+    SPreparedDescription prepared;
+    EXPECT_TRUE(CDescriptionCache::decode(readBytes(folder.cache().entryPath(xml)), xml, prepared));
+}
+
+// One of the processes of the next test: loads the simulated camera's description ten times, half of them
+// rewriting the entry, and fails when a map answers otherwise than one parsed from the text.
+TEST(DescriptionCache, ChildProcessLoads) {
+    if (!std::getenv("DESCRIPTION_CACHE_CHILD"))
+        GTEST_SKIP() << "run by LoadsFromSeveralProcessesShareOneFolder";
+    const std::string xml = SimCamera::CSimulatedCamera::description();
+    const std::string parsed = SFactoryMap(xml, GenApi::CacheUsage_Ignore).answers();
+    for (int round = 0; round < 10; ++round) {
+        SFactoryMap loaded(xml, round % 2 ? GenApi::CacheUsage_ForceWrite : GenApi::CacheUsage_Automatic);
+        ASSERT_EQ(loaded.answers(), parsed);
+    }
+}
+
+TEST(DescriptionCache, LoadsFromSeveralProcessesShareOneFolder) {
+    const std::string xml = SimCamera::CSimulatedCamera::description();
+    CCacheFolder folder;
+    setenv("DESCRIPTION_CACHE_CHILD", "1", 1);
+    char self[] = "/proc/self/exe";
+    char filter[] = "--gtest_filter=DescriptionCache.ChildProcessLoads";
+    char* arguments[] = {self, filter, nullptr};
+    std::vector<pid_t> children;
+    for (int i = 0; i < 4; ++i) {
+        pid_t child = 0;
+        ASSERT_EQ(posix_spawn(&child, "/proc/self/exe", nullptr, nullptr, arguments, environ), 0);
+        children.push_back(child);
+    }
+    unsetenv("DESCRIPTION_CACHE_CHILD");
+    for (pid_t child : children) {
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "a process saw a wrong map";
+    }
     EXPECT_EQ(folder.entries(), 1u) << "no temporary file is left behind";
     SPreparedDescription prepared;
     EXPECT_TRUE(CDescriptionCache::decode(readBytes(folder.cache().entryPath(xml)), xml, prepared));
