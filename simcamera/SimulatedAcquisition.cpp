@@ -36,6 +36,7 @@ void CSimulatedAcquisition::start() {
 void CSimulatedAcquisition::stop() {
     std::lock_guard<std::mutex> lock(m_Mutex);
     m_Running = false;
+    ++m_Acquisition;
     m_Changed.notify_all();
 }
 
@@ -46,12 +47,13 @@ void CSimulatedAcquisition::run() {
         if (m_Quit)
             break;
         const auto due = std::chrono::steady_clock::now();
+        const uint64_t acquisition = m_Acquisition;
         lock.unlock();
         SFrame frame;
         double period = 0;
         const bool taken = m_TakeFrame(frame, period);
         if (taken)
-            deliver(frame);
+            deliver(frame, acquisition);
         lock.lock();
         if (!taken) {
             m_Running = false;
@@ -63,12 +65,15 @@ void CSimulatedAcquisition::run() {
     }
 }
 
-// The listeners run without any lock of the camera's, so that they may call into the node map.
-void CSimulatedAcquisition::deliver(SFrame& frame) {
+// The listeners run without any lock of the camera's, so that they may call into the node map; a frame of
+// an acquisition stopped since it was taken is dropped.
+void CSimulatedAcquisition::deliver(SFrame& frame, uint64_t acquisition) {
     FPayload payload;
     FEvent event;
     {
         std::lock_guard<std::mutex> lock(m_Mutex);
+        if (acquisition != m_Acquisition)
+            return;
         payload = m_Payload;
         event = m_Event;
         m_Delivering = true;

@@ -25,13 +25,14 @@ public:
     // it without holding anything a listener waits for).
     void setListeners(FPayload payload, FEvent event);
     // Starts or stops the loop; neither waits for a frame in progress, so both may be called with the
-    // camera's register space locked.
+    // camera's register space locked. A frame taken before a stop is not delivered once stop returned,
+    // unless its delivery had begun; setListeners waits for that one.
     void start();
     void stop();
 
 private:
     void run();
-    void deliver(SFrame& frame);
+    void deliver(SFrame& frame, uint64_t acquisition);
 
     FTakeFrame m_TakeFrame;
     std::mutex m_Mutex;
@@ -41,6 +42,8 @@ private:
     bool m_Running = false;
     bool m_Delivering = false;
     bool m_Quit = false;
+    // Counts the stops, so that a frame knows whether the acquisition it was taken in still runs.
+    uint64_t m_Acquisition = 0;
     std::thread m_Thread;
 };
 

@@ -134,6 +134,8 @@ TEST_F(SimulatedAcquisition, TriggersAndUnpluggingShapeTheAcquisition) {
     EXPECT_GE(frames, 3);
     as<ICommand>("AcquisitionStop")->Execute();
     EXPECT_FALSE(camera().isAcquiring());
+    // Once the listener is set again, no frame of the stopped acquisition can arrive any more.
+    camera().setAcquisitionListeners([&](std::vector<uint8_t>&, bool) { ++frames; }, nullptr);
 
     enumeration("TriggerMode")->FromString("Off");
     integer("TestDisconnectAfterFrames")->SetValue(2);
