@@ -5,6 +5,7 @@
 // outside the bytes or allocate more than they could hold.
 #include "DescriptionCache.h"
 #include "ContentHash.h"
+#include <Base/GCUtilities.h>
 #include <GenICamVersion.h>
 #include <glib.h>
 #include <glib/gstdio.h>
@@ -252,9 +253,19 @@ bool isEntryName(const char* name) {
 
 }  // namespace
 
+// The folder may name other variables, as "$(HOME)/.cache/genicam", as GenApi's file names may; one that
+// is not set leaves the cache off rather than failing the load.
 CDescriptionCache CDescriptionCache::fromEnvironment() {
     const char* folder = std::getenv(GENICAM_CACHE_VERSION);
-    return CDescriptionCache(folder ? folder : "");
+    if (!folder || !*folder)
+        return CDescriptionCache("");
+    GENICAM_NAMESPACE::gcstring path(folder);
+    try {
+        GENICAM_NAMESPACE::ReplaceEnvironmentVariables(path);
+    } catch (const GENICAM_NAMESPACE::GenericException&) {
+        return CDescriptionCache("");
+    }
+    return CDescriptionCache(path.c_str());
 }
 
 CDescriptionCache::CDescriptionCache(std::string folder) : m_Folder(std::move(folder)) {}

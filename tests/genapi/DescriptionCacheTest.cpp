@@ -229,6 +229,17 @@ TEST(DescriptionCache, CacheUsageAndClearCache) {
     loadOnce(xml, GenApi::CacheUsage_Automatic);
     EXPECT_EQ(folder.entries(), 0u);
 
+    // The folder may name other variables; one that is not set leaves the cache off.
+    setenv("DESCRIPTION_CACHE_TEST_ROOT", folder.path().c_str(), 1);
+    setenv(GENICAM_CACHE_VERSION, "$(DESCRIPTION_CACHE_TEST_ROOT)/models", 1);
+    loadOnce(xml, GenApi::CacheUsage_Automatic);
+    const std::string inner = CDescriptionCache(folder.path() + "/models").entryPath(xml);
+    EXPECT_TRUE(g_file_test(inner.c_str(), G_FILE_TEST_IS_REGULAR));
+    EXPECT_TRUE(GenApi::CNodeMapFactory::ClearCache());
+    std::remove((folder.path() + "/models").c_str());
+    unsetenv("DESCRIPTION_CACHE_TEST_ROOT");
+    EXPECT_NO_THROW(loadOnce(xml, GenApi::CacheUsage_Automatic));
+
     // A folder that cannot be made leaves the load as it is.
     setenv(GENICAM_CACHE_VERSION, "/proc/no-such-folder", 1);
     EXPECT_NO_THROW(loadOnce(xml, GenApi::CacheUsage_Automatic));
