@@ -40,13 +40,20 @@ void CSimulatedAcquisition::stop() {
     m_Changed.notify_all();
 }
 
+// Frames keep the frame rate's schedule however long the wake-up and each delivery took, so that the rate
+// does not drift on a loaded machine; a schedule that fell more than a period behind (a listener slower
+// than the rate) starts again from now rather than catching up in a burst.
 void CSimulatedAcquisition::run() {
+    using Clock = std::chrono::steady_clock;
     std::unique_lock<std::mutex> lock(m_Mutex);
+    Clock::time_point due = Clock::now();
     while (!m_Quit) {
-        m_Changed.wait(lock, [this] { return m_Quit || m_Running; });
+        if (!m_Running) {
+            m_Changed.wait(lock, [this] { return m_Quit || m_Running; });
+            due = Clock::now();
+        }
         if (m_Quit)
             break;
-        const auto due = std::chrono::steady_clock::now();
         const uint64_t acquisition = m_Acquisition;
         lock.unlock();
         SFrame frame;
@@ -59,9 +66,13 @@ void CSimulatedAcquisition::run() {
             m_Running = false;
             continue;
         }
-        const auto next = due + std::chrono::duration_cast<std::chrono::steady_clock::duration>(
-                                    std::chrono::duration<double>(period));
-        m_Changed.wait_until(lock, next, [this] { return m_Quit || !m_Running; });
+        const Clock::duration step =
+            std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(period));
+        due += step;
+        const Clock::time_point now = Clock::now();
+        if (now - due > step)
+            due = now;
+        m_Changed.wait_until(lock, due, [this] { return m_Quit || !m_Running; });
     }
 }
 
