@@ -1,7 +1,7 @@
 // Arbitrary bytes as a description cache entry for the simulated camera's description. Bytes that start
 // as an entry does are the whole entry, read by a load through the factory; any others are an entry's
 // payload, sealed with a valid header so that the reader gets past the checksums, and the Aravis model it
-// holds is made node by node. Run once with FUZZ_WRITE_SEED=<file> to write the payload of a real entry.
+// holds is made node by node. Run once with FUZZ_WRITE_PAYLOAD=<file> to write the payload of a real entry.
 #include <AravisDocument.h>
 #include <DescriptionCache.h>
 #include <GenApi/GenApi.h>
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
     cacheFolder = folder ? folder : "/tmp";
     g_free(folder);
     setenv(GENICAM_CACHE_VERSION, cacheFolder.c_str(), 1);
-    if (const char* seed = std::getenv("FUZZ_WRITE_SEED")) {
+    if (const char* path = std::getenv("FUZZ_WRITE_PAYLOAD")) {
         GenApi::CNodeMapFactory factory(
             GENICAM_NAMESPACE::gcstring(description().c_str(), description().size()),
             GenApi::CacheUsage_ForceWrite);
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
         std::ifstream file(CDescriptionCache(cacheFolder).entryPath(description()), std::ios::binary);
         const std::string entry((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         // The header's size does not depend on the payload.
-        std::ofstream(seed, std::ios::binary)
+        std::ofstream(path, std::ios::binary)
             << entry.substr(CDescriptionCache::seal(description(), "").size());
         std::exit(0);
     }

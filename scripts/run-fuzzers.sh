@@ -38,6 +38,6 @@ run FileAccessFuzzer files
 run ChunkAndEventFuzzer payloads
 # The payload of the simulated camera's cache entry seeds the cache fuzzer.
 mkdir -p "$build/fuzz/corpus-DescriptionCacheFuzzer"
-(cd "$build/fuzz" && FUZZ_WRITE_SEED="$build/fuzz/corpus-DescriptionCacheFuzzer/simulated-camera.payload" \
+(cd "$build/fuzz" && FUZZ_WRITE_PAYLOAD="$build/fuzz/corpus-DescriptionCacheFuzzer/simulated-camera.payload" \
     ./DescriptionCacheFuzzer)
 run DescriptionCacheFuzzer cache

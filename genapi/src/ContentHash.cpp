@@ -58,11 +58,11 @@ std::string SContentHash::text() const {
     return digits;
 }
 
-SContentHash contentHash(const void* data, size_t size, uint64_t seed) {
+SContentHash contentHash(const void* data, size_t size, uint64_t start) {
     const uint8_t* bytes = static_cast<const uint8_t*>(data);
     const size_t blocks = size / 16;
-    uint64_t h1 = seed;
-    uint64_t h2 = seed;
+    uint64_t h1 = start;
+    uint64_t h2 = start;
     for (size_t i = 0; i < blocks; ++i) {
         h1 ^= mixLow(littleEndianWord(bytes + i * 16, 8));
         h1 = rotate(h1, 27) + h2;

@@ -18,7 +18,7 @@ struct SContentHash {
     std::string text() const;
 };
 
-SContentHash contentHash(const void* data, size_t size, uint64_t seed = 0);
+SContentHash contentHash(const void* data, size_t size, uint64_t start = 0);
 
 }  // namespace GenApiEngine
 
