@@ -3,6 +3,8 @@
 // XML text cannot contain. Making a node replays its encoding as Aravis' parser would build it.
 #include "AravisDocument.h"
 #include "AravisLock.h"
+#include "XmlEditing.h"
+#include "XmlIndex.h"
 #include <libxml/tree.h>
 #include <cstring>
 #include <memory>
@@ -41,14 +43,6 @@ std::string qualifiedName(xmlNode* element) {
         name += ':';
     }
     return name + reinterpret_cast<const char*>(element->name);
-}
-
-bool hasElementChildren(xmlNode* element) {
-    for (xmlNode* child = element->children; child; child = child->next) {
-        if (child->type == XML_ELEMENT_NODE)
-            return true;
-    }
-    return false;
 }
 
 void appendString(std::string& out, const xmlChar* text) {
@@ -100,12 +94,7 @@ void encodeNodes(xmlNode* parent, std::string& units, std::vector<uint32_t>& off
 std::string rootElementText(xmlDoc* document) {
     std::unique_ptr<xmlDoc, void (*)(xmlDoc*)> root(xmlNewDoc(BAD_CAST "1.0"), xmlFreeDoc);
     xmlDocSetRootElement(root.get(), xmlDocCopyNode(xmlDocGetRootElement(document), root.get(), 2));
-    xmlChar* buffer = nullptr;
-    int size = 0;
-    xmlDocDumpMemory(root.get(), &buffer, &size);
-    std::string text(reinterpret_cast<const char*>(buffer), static_cast<size_t>(size));
-    xmlFree(buffer);
-    return text;
+    return documentText(root.get());
 }
 
 // Links Aravis follows when it evaluates a node; categories, selected features and invalidators it does not.

@@ -27,7 +27,6 @@
 
 namespace GenApiEngine {
 
-class CAravisDocument;
 class CNodeBase;
 
 class CNodeMapImpl : public GenApi::INodeMap,

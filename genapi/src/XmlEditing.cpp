@@ -26,15 +26,6 @@ DocumentPtr parse(const std::string& xml) {
     return document;
 }
 
-std::string serialise(xmlDoc* document) {
-    xmlChar* buffer = nullptr;
-    int size = 0;
-    xmlDocDumpMemory(document, &buffer, &size);
-    std::string text(reinterpret_cast<const char*>(buffer), static_cast<size_t>(size));
-    xmlFree(buffer);
-    return text;
-}
-
 std::string nameOf(xmlNode* node) {
     xmlChar* value = xmlGetProp(node, BAD_CAST "Name");
     if (!value)
@@ -62,6 +53,15 @@ std::vector<xmlNode*> nodeElements(xmlNode* parent) {
 
 }  // namespace
 
+std::string documentText(xmlDoc* document) {
+    xmlChar* buffer = nullptr;
+    int size = 0;
+    xmlDocDumpMemory(document, &buffer, &size);
+    std::string text(reinterpret_cast<const char*>(buffer), static_cast<size_t>(size));
+    xmlFree(buffer);
+    return text;
+}
+
 std::string injectDescription(const std::string& target, const std::string& injected) {
     DocumentPtr targetDocument = parse(target);
     DocumentPtr injectedDocument = parse(injected);
@@ -76,7 +76,7 @@ std::string injectDescription(const std::string& target, const std::string& inje
         }
         xmlAddChild(targetRoot, xmlDocCopyNode(node, targetDocument.get(), 1));
     }
-    return serialise(targetDocument.get());
+    return documentText(targetDocument.get());
 }
 
 std::string extractSubtree(const std::string& xml, const std::string& rootName, bool renameToRoot) {
@@ -112,7 +112,7 @@ std::string extractSubtree(const std::string& xml, const std::string& rootName, 
             xmlSetProp(node, BAD_CAST "Name", BAD_CAST "Root");
         }
     }
-    return serialise(document.get());
+    return documentText(document.get());
 }
 
 }  // namespace GenApiEngine

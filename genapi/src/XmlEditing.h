@@ -4,7 +4,12 @@
 
 #include <string>
 
+struct _xmlDoc;
+
 namespace GenApiEngine {
+
+// The text of a parsed document.
+std::string documentText(_xmlDoc* document);
 
 // Adds every node of the injected description to the target; a node of the same name is replaced.
 std::string injectDescription(const std::string& target, const std::string& injected);

@@ -134,14 +134,6 @@ SProperty propertyOf(xmlNode* child) {
     return SProperty{name, keepsWhitespace(name) ? contentOf(child) : textOf(child), attributesOf(child)};
 }
 
-bool hasElementChildren(xmlNode* node) {
-    for (xmlNode* child = node->children; child; child = child->next) {
-        if (child->type == XML_ELEMENT_NODE)
-            return true;
-    }
-    return false;
-}
-
 // A node defined inside another where a pointer would name it: an element with a Name and elements of its
 // own (an IntSwissKnife that gives a register its address, say), not an entry or a pointer.
 bool isInlineNode(xmlNode* node) {
@@ -201,6 +193,14 @@ SProperty inlineLink(xmlNode* node, const std::string& enclosing) {
 }
 
 }  // namespace
+
+bool hasElementChildren(xmlNode* node) {
+    for (xmlNode* child = node->children; child; child = child->next) {
+        if (child->type == XML_ELEMENT_NODE)
+            return true;
+    }
+    return false;
+}
 
 const std::string& SNodeDescription::value(const std::string& property) const {
     for (const SProperty& p : properties) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 struct _xmlDoc;
+struct _xmlNode;
 
 namespace GenApiEngine {
 
@@ -62,6 +63,9 @@ struct SNodeDescription {
     // Every value of a property that may occur several times, in document order.
     std::vector<std::string> values(const std::string& property) const;
 };
+
+// Whether an element holds other elements (a node, a structure) rather than only text (a property).
+bool hasElementChildren(_xmlNode* element);
 
 // Trims the whitespace around names and numbers in the parsed document (a description may write
 // "<pPort>\n  Device\n</pPort>"), where Aravis takes texts as written; true when it changed any.
