@@ -28,14 +28,17 @@ TEST_F(LibraryTest, EveryFramesChunkValuesReachTheLibraryAndTheDecouplerFollowsW
     QObject::connect(
         frameId.data(), &IParameter::parameterChanged, frameId.data(), [&] { ++changed; },
         Qt::DirectConnection);
-    // Each decoupled snapshot with the time it arrived.
+    // Each decoupled snapshot that holds a frame ID, with the time it arrived. Before the first frame the
+    // feature has no value: a snapshot of it then (its access or availability changing when chunk mode is
+    // switched on) carries no frame ID.
     QMutex decoupledMutex;
     QVector<QPair<long long, Clock::time_point>> decoupled;
     QObject::connect(
         frameId.data(), &IParameter::parameterDataChangedDecoupled, frameId.data(),
         [&](QSharedPointer<const ParameterData> data) {
             QMutexLocker lock(&decoupledMutex);
-            decoupled.append({data->valueText.toLongLong(), Clock::now()});
+            if (data->isReadable)
+                decoupled.append({data->valueText.toLongLong(), Clock::now()});
         },
         Qt::DirectConnection);
 
