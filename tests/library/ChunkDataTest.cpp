@@ -11,6 +11,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// Frames a 30 Hz acquisition must deliver in 10 s. A sanitizer's build runs unoptimised and instrumented,
+// several times slower: there a listener sometimes takes longer than a frame period and the camera skips
+// that frame's slot, so only the order and continuity of what arrives is checked there, not the rate.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr int minimumFrames = 150;
+#else
+constexpr int minimumFrames = 280;
+#endif
+
 // When each frame was attached, and the frame ID the library read for it.
 struct SFrames {
     QMutex mutex;
@@ -67,7 +76,7 @@ TEST_F(LibraryTest, EveryFramesChunkValuesReachTheLibraryAndTheDecouplerFollowsW
 
     QMutexLocker lock(&frames.mutex);
     // 30 Hz for 10 s: about 300 frames, every one with the next frame ID.
-    ASSERT_GE(frames.ids.size(), 280);
+    ASSERT_GE(frames.ids.size(), minimumFrames);
     for (int i = 0; i < frames.ids.size(); ++i)
         ASSERT_EQ(frames.ids[i], i) << "frame " << i;
     EXPECT_EQ(width->toString(), "640");
