@@ -38,8 +38,8 @@ TEST_F(LibraryTest, EveryFramesChunkValuesReachTheLibraryAndTheDecouplerFollowsW
         frameId.data(), &IParameter::parameterChanged, frameId.data(), [&] { ++changed; },
         Qt::DirectConnection);
     // Each decoupled snapshot that holds a frame ID, with the time it arrived. Before the first frame the
-    // feature has no value: a snapshot of it then (its access or availability changing when chunk mode is
-    // switched on) carries no frame ID.
+    // feature is unreadable: a snapshot of it then (the adapter connecting the chunk ports calls it back)
+    // carries no frame ID.
     QMutex decoupledMutex;
     QVector<QPair<long long, Clock::time_point>> decoupled;
     QObject::connect(
